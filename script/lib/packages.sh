@@ -1,0 +1,59 @@
+# shellcheck shell=bash
+# Sourced by the scripts beside it: makes sure that the tools they need are there.
+
+# tool -> the Debian package that brings it. A name that ends in .h is a header the compiler must find.
+declare -A package_of=(
+    [g++]=g++
+    [clang++]=clang
+    [clang-format]=clang-format-14
+    [cmake]=cmake
+    [ninja]=ninja-build
+    [pkg-config]=pkg-config
+    [gtest/gtest.h]=libgtest-dev
+)
+
+has() {
+    case $1 in
+        *.h) echo "#include <$1>" | "${CXX:-g++}" -E -x c++ - >/dev/null 2>&1 ;;
+        clang-format) command -v clang-format-14 >/dev/null || [[ $(clang-format --version 2>/dev/null) == *" version 14."* ]] ;;
+        *) command -v "$1" >/dev/null ;;
+    esac
+}
+
+missing_of() {
+    local tool
+    for tool in "$@"; do
+        has "$tool" || echo "$tool"
+    done
+}
+
+# need <tool>...: installs what is missing with apt-get; where that cannot work, says what to install and
+# ends the script.
+need() {
+    local tool as_root=() packages=() missing
+    mapfile -t missing < <(missing_of "$@")
+    ((${#missing[@]})) || return 0
+    for tool in "${missing[@]}"; do
+        packages+=("${package_of[$tool]}")
+    done
+    if ((EUID != 0)); then
+        as_root=(sudo)
+    fi
+    if ! command -v apt-get >/dev/null || { ((EUID != 0)) && ! command -v sudo >/dev/null; }; then
+        echo "$0: not found: ${missing[*]}" >&2
+        echo "Install them and run this again. On Debian or Ubuntu, as root: apt-get install ${packages[*]}" >&2
+        exit 1
+    fi
+    echo "Installing ${packages[*]}"
+    if ! { "${as_root[@]}" apt-get update -qq &&
+        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+            "${packages[@]}"; } >/dev/null; then
+        echo "$0: apt-get could not install ${packages[*]}; install them by hand and run this again." >&2
+        exit 1
+    fi
+    mapfile -t missing < <(missing_of "$@")
+    if ((${#missing[@]})); then
+        echo "$0: still not found: ${missing[*]}; install them by hand and run this again." >&2
+        exit 1
+    fi
+}
