@@ -1,0 +1,112 @@
+#include "platform/afx_file.h"
+
+#ifndef QSV_USE_MFC
+
+#include <algorithm>
+#include <cstring>
+
+#ifdef _WIN32
+#include <string>
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+#endif
+
+namespace {
+
+std::FILE* OpenStream(const char* szPath, bool bWrite)
+{
+#ifdef _WIN32
+    const int nLength = MultiByteToWideChar(CP_UTF8, 0, szPath, -1, nullptr, 0);
+    std::wstring strWide(static_cast<size_t>(std::max(nLength, 1)), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, szPath, -1, &strWide[0], nLength);
+    return _wfopen(strWide.c_str(), bWrite ? L"wb" : L"rb");
+#else
+    return std::fopen(szPath, bWrite ? "wb" : "rb");
+#endif
+}
+
+}   // namespace
+
+CFile::CFile() = default;
+
+CFile::~CFile()
+{
+    if (m_pFile != nullptr) {
+        std::fclose(m_pFile);
+    }
+}
+
+int CFile::Open(const char* szPath, UINT nOpenFlags)
+{
+    Close();
+    m_bFailed = false;
+    const bool bWrite = (nOpenFlags & modeWrite) != 0;
+    m_pFile = szPath != nullptr ? OpenStream(szPath, bWrite) : nullptr;
+    return m_pFile != nullptr ? 1 : 0;
+}
+
+UINT CFile::Read(void* pBuffer, UINT nCount)
+{
+    return m_pFile != nullptr ? static_cast<UINT>(std::fread(pBuffer, 1, nCount, m_pFile)) : 0;
+}
+
+void CFile::Write(const void* pBuffer, UINT nCount)
+{
+    if (m_pFile == nullptr || std::fwrite(pBuffer, 1, nCount, m_pFile) != nCount) {
+        m_bFailed = true;
+    }
+}
+
+void CFile::Close()
+{
+    if (m_pFile != nullptr && std::fclose(m_pFile) != 0) {
+        m_bFailed = true;
+    }
+    m_pFile = nullptr;
+}
+
+CMemFile::CMemFile() = default;
+
+CMemFile::CMemFile(const void* pBytes, UINT nCount)
+{
+    Write(pBytes, nCount);
+    SeekToBegin();
+}
+
+CMemFile::~CMemFile() = default;
+
+int CMemFile::Open(const char*, UINT)
+{
+    SeekToBegin();
+    return 1;
+}
+
+UINT CMemFile::Read(void* pBuffer, UINT nCount)
+{
+    const UINT nRead = std::min(nCount, GetLength() - static_cast<UINT>(m_nPosition));
+    if (nRead > 0) {
+        std::memcpy(pBuffer, m_aByte.GetData() + m_nPosition, nRead);
+        m_nPosition += static_cast<int>(nRead);
+    }
+    return nRead;
+}
+
+void CMemFile::Write(const void* pBuffer, UINT nCount)
+{
+    if (nCount == 0) {
+        return;
+    }
+    const int nEnd = m_nPosition + static_cast<int>(nCount);
+    if (nEnd > m_aByte.GetSize()) {
+        m_aByte.SetSize(nEnd);
+    }
+    std::memcpy(m_aByte.GetData() + m_nPosition, pBuffer, nCount);
+    m_nPosition = nEnd;
+}
+
+void CMemFile::Close()
+{
+    SeekToBegin();
+}
+
+#endif
