@@ -1,0 +1,16 @@
+#ifndef QSV_3DPROCESS_H
+#define QSV_3DPROCESS_H
+
+/// Everything the library offers.
+
+#include "base/polyline.h"
+#include "base/rotation.h"
+#include "base/sort_key.h"
+#include "base/xyz.h"
+#include "platform/afx_array.h"
+#include "platform/afx_file.h"
+#include "platform/afx_point.h"
+#include "platform/afx_string.h"
+#include "tin/tin.h"
+
+#endif
