@@ -6,10 +6,32 @@ set(QSV_SOURCES
   base/rotation.cpp
   base/sort_key.cpp
   base/xyz.cpp
+  tin/internal/edge_swap.cpp
+  tin/internal/lines.cpp
+  tin/internal/mesh_links.cpp
+  tin/internal/mesh_walk.cpp
+  tin/internal/nearest_triangle.cpp
+  tin/internal/plan.cpp
+  tin/internal/plan_index.cpp
+  tin/internal/vertex_walk.cpp
+  tin/tin_model/build.cpp
+  tin/tin_model/input.cpp
+  tin/tin_model/lifecycle.cpp
+  tin/tin_model/locate.cpp
+  tin/tin_model/missed_points.cpp
+  tin/tin_model/optimise.cpp
+  tin/tin_model/outline.cpp
+  tin/tin_model/split.cpp
+  tin/tin_model/topology.cpp
+  tin/tin_edit/breakline.cpp
+  tin/tin_edit/shape.cpp
+  tin/tin_edit/trim.cpp
+  tin/tin_edit/vertex_steps.cpp
 )
 
 # The public surface: these headers are installed, and nothing else is.
 set(QSV_PUBLIC_HEADERS
+  qsv_3dprocess.h
   platform/afx_array.h
   platform/afx_file.h
   platform/afx_point.h
@@ -20,5 +42,6 @@ set(QSV_PUBLIC_HEADERS
   base/sort_key.h
   base/xyz.h
   tin/breakline.h
+  tin/tin.h
   tin/triangle.h
 )
