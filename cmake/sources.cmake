@@ -27,6 +27,10 @@ set(QSV_SOURCES
   tin/tin_edit/shape.cpp
   tin/tin_edit/trim.cpp
   tin/tin_edit/vertex_steps.cpp
+  tin/tin_query/containment.cpp
+  tin/tin_query/height.cpp
+  tin/tin_query/measure.cpp
+  tin/tin_query/nearest.cpp
 )
 
 # The public surface: these headers are installed, and nothing else is.

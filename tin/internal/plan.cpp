@@ -1,6 +1,7 @@
 #include "tin/internal/plan.h"
 
 #include <cmath>
+#include <utility>
 
 namespace qsv {
 
@@ -25,6 +26,16 @@ void WidenRange(const CXYZ& p, CXYZ& lower, CXYZ& upper)
     WidenAxis(p.z, lower.z, upper.z);
 }
 
+void SortThree(double (&aValue)[3])
+{
+    const auto isBefore = [](double a, double b) { return a < b || (std::isnan(b) && !std::isnan(a)); };
+    for (const int i : {0, 1, 0}) {   // neighbours that stand the wrong way round change places
+        if (isBefore(aValue[i + 1], aValue[i])) {
+            std::swap(aValue[i], aValue[i + 1]);
+        }
+    }
+}
+
 bool IsSamePlace(double x1, double y1, double x2, double y2, double dEPS)
 {
     const double dx = x1 - x2, dy = y1 - y2;
@@ -39,6 +50,27 @@ double DoubledArea(const CXYZ& o, const CXYZ& a, const CXYZ& b)
 Side SideOf(double dDoubledArea, double dEPS2)
 {
     return dDoubledArea > dEPS2 ? Side::Left : dDoubledArea < -dEPS2 ? Side::Right : Side::On;
+}
+
+namespace {
+
+bool IsOnInnerSide(const CXYZ& a, const CXYZ& b, double x, double y)
+{
+    const double ex = b.x - a.x, ey = b.y - a.y, dx = x - a.x, dy = y - a.y;
+    const double dLeft = dy * ex - dx * ey;
+    if (dLeft > 0.0) {
+        return true;
+    }
+    // On the edge's line: no farther from a than b is. A triangle with area turns what lies before a away at
+    // another edge.
+    return dLeft == 0.0 && dy * dy + dx * dx <= ey * ey + ex * ex;
+}
+
+}   // namespace
+
+bool IsInTriangle(const CXYZ& a, const CXYZ& b, const CXYZ& c, double x, double y)
+{
+    return IsOnInnerSide(a, b, x, y) && IsOnInnerSide(b, c, x, y) && IsOnInnerSide(c, a, x, y);
 }
 
 double AngleAt(const CXYZ& o, const CXYZ& a, const CXYZ& b)

@@ -9,6 +9,10 @@ namespace qsv {
 // number changes nothing.
 void WidenRange(const CXYZ& p, CXYZ& lower, CXYZ& upper);
 
+// Sorts three numbers as QuickSortKey does in ascending order: equal ones (0 and -0 are equal) keep their
+// order, those that are not a number come last. For ranges of single triangles, without its arrays.
+void SortThree(double (&aValue)[3]);
+
 // The rest are tests of points in plan. Heights take no part.
 
 // Whether two places differ by at most dEPS in x and in y, bounds included.
@@ -21,6 +25,10 @@ double DoubledArea(const CXYZ& o, const CXYZ& a, const CXYZ& b);
 // counts as on the line.
 enum class Side { Right, On, Left };
 Side SideOf(double dDoubledArea, double dEPS2);
+
+// Whether (x, y) lies in the counter-clockwise triangle a, b, c, edges included; compares exactly with 0. A
+// clockwise triangle holds no point of its interior.
+bool IsInTriangle(const CXYZ& a, const CXYZ& b, const CXYZ& c, double x, double y);
 
 // Angle at vertex o between the directions to a and b, 0 .. pi, from the quotient of dot product and
 // lengths; not a number when a direction has no length.

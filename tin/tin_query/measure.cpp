@@ -1,0 +1,111 @@
+#include "tin/internal/mesh.h"
+#include "tin/internal/plan.h"
+#include "tin/tin.h"
+
+using namespace qsv;
+
+int CTin::GetRange(double& minX, double& maxX, double& minY, double& maxY, double& minZ, double& maxZ)
+{
+    const int nResult = UpdateTinRange();   // without triangles the range becomes zero
+    minX = m_MinXYZ.x;
+    maxX = m_MaxXYZ.x;
+    minY = m_MinXYZ.y;
+    maxY = m_MaxXYZ.y;
+    minZ = m_MinXYZ.z;
+    maxZ = m_MaxXYZ.z;
+    return nResult;
+}
+
+int CTin::GetRange(int nTri, double& minX, double& maxX, double& minY, double& maxY, double& minZ,
+                   double& maxZ)
+{
+    double x[3], y[3], z[3];
+    if (GetVertex(nTri, x[0], y[0], z[0], x[1], y[1], z[1], x[2], y[2], z[2]) == 0) {
+        return 0;
+    }
+    SortThree(x);
+    SortThree(y);
+    SortThree(z);
+    minX = x[0];
+    maxX = x[2];
+    minY = y[0];
+    maxY = y[2];
+    minZ = z[0];
+    maxZ = z[2];
+    return 1;
+}
+
+double CTin::CalTriArea(double x1, double y1, double z1, double x2, double y2, double z2, double x3,
+                        double y3, double z3)
+{
+    // The vector area from the positions themselves: edge vectors would round differently.
+    const CXYZ a(x1, y1, z1), b(x2, y2, z2), c(x3, y3, z3);
+    const CXYZ sum = (a.Out(b) + b.Out(c)) + c.Out(a);
+    return sum.Len() * 0.5;
+}
+
+double CTin::CalTriArea(int nTri)
+{
+    double x1, y1, z1, x2, y2, z2, x3, y3, z3;
+    return GetVertex(nTri, x1, y1, z1, x2, y2, z2, x3, y3, z3) != 0
+               ? CalTriArea(x1, y1, z1, x2, y2, z2, x3, y3, z3)
+               : 0.0;
+}
+
+double CTin::CalTriAreaXY(int nTri)
+{
+    double x1, y1, z1, x2, y2, z2, x3, y3, z3;
+    return GetVertex(nTri, x1, y1, z1, x2, y2, z2, x3, y3, z3) != 0
+               ? CalTriArea(x1, y1, 0.0, x2, y2, 0.0, x3, y3, 0.0)
+               : 0.0;
+}
+
+double CTin::CalAllArea()
+{
+    double dSum = 0.0;
+    for (int t = 0; t < m_aTri.GetSize(); ++t) {
+        dSum = CalTriArea(t) + dSum;
+    }
+    return dSum;
+}
+
+double CTin::CalAllAreaXY()
+{
+    double dSum = 0.0;
+    for (int t = 0; t < m_aTri.GetSize(); ++t) {
+        dSum = CalTriAreaXY(t) + dSum;
+    }
+    return dSum;
+}
+
+int CTin::GetNVec(int nTri, CXYZ& vec)
+{
+    if (!IsIndexOf(m_aTri, nTri)) {
+        return 0;
+    }
+    const int(&nVertex)[3] = m_aTri[nTri].m_nVertex;
+    const CXYZ& a = VertexAt(m_aVertex, nVertex[0]);
+    const CXYZ u = VertexAt(m_aVertex, nVertex[1]) - a;
+    const CXYZ w = VertexAt(m_aVertex, nVertex[2]) - a;
+    vec = u.Out(w);
+    vec /= vec.Len();
+    vec.Trace();
+    return 1;
+}
+
+int CTin::GetNVec(CXYZ& vec)
+{
+    CXYZ sum(0.0, 0.0, 1.0);   // stays in the mean, which therefore leans to the vertical
+    int nCount = 0;
+    for (int t = 0; t < m_aTri.GetSize(); ++t) {
+        CXYZ normal;
+        nCount += GetNVec(t, normal);
+        sum += normal;
+    }
+    if (nCount > 0) {
+        sum /= nCount;
+        sum /= sum.Len();
+    }
+    vec = sum;
+    return nCount > 0 ? 1 : 0;
+}
