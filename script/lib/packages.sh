@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # Sourced by the scripts beside it: makes sure that the tools they need are there.
 
-# tool -> the Debian package that brings it. A name that ends in .h is a header the compiler must find.
+# tool -> the Debian package that brings it. A name with a slash is a header that the compiler must find.
 declare -A package_of=(
     [g++]=g++
     [clang++]=clang
@@ -10,11 +10,17 @@ declare -A package_of=(
     [ninja]=ninja-build
     [pkg-config]=pkg-config
     [gtest/gtest.h]=libgtest-dev
+    [CLI/CLI.hpp]=libcli11-dev
+    [fast_float/fast_float.h]=libfast-float-dev
+    [nlohmann/json.hpp]=nlohmann-json3-dev
+    [cairo/cairo.h]=libcairo2-dev
 )
+# What qsvtin is built with beside the library.
+host_needs=(pkg-config CLI/CLI.hpp fast_float/fast_float.h nlohmann/json.hpp cairo/cairo.h)
 
 has() {
     case $1 in
-        *.h) echo "#include <$1>" | "${CXX:-g++}" -E -x c++ - >/dev/null 2>&1 ;;
+        */*) echo "#include <$1>" | "${CXX:-g++}" -E -x c++ - >/dev/null 2>&1 ;;
         clang-format) command -v clang-format-14 >/dev/null || [[ $(clang-format --version 2>/dev/null) == *" version 14."* ]] ;;
         *) command -v "$1" >/dev/null ;;
     esac
