@@ -155,4 +155,134 @@ TEST(Reference, TrimmingSparesCornersAndLooksAtTriangleZeroOnce)
     EXPECT_EQ(kite.tri.Size(), 1);
 }
 
+// The ears of the L go in the order worked out by hand: shortest chord first, the earlier of equal ones.
+TEST(Reference, PolygonIsFilledAlikeFromBothTurns)
+{
+    std::vector<Point> ell = {{0, 0, 0}, {4, 0, 0}, {4, 1, 0}, {1, 1, 0}, {1, 4, 0}, {0, 4, 0}};
+    Tin one, other;
+    ASSERT_EQ(one.CreateTinForPolygon(ell), 1);
+    ASSERT_EQ(other.CreateTinForPolygon({ell.rbegin(), ell.rend()}), 1);
+    ASSERT_EQ(one.tri.Size(), 4);
+    EXPECT_EQ(one.CalAllAreaXY(), 7);
+    ExpectSound(one);
+    for (int t = 0; t < 4; ++t)
+        ExpectTri(other.tri[t], {one.tri[t].v, one.tri[t].v + 3}, {one.tri[t].n, one.tri[t].n + 3});
+
+    Tin eight;
+    EXPECT_EQ(eight.CreateTinForPolygon({{0, 0, 0}, {4, 4, 0}, {4, 0, 0}, {0, 5, 0}}), 0);
+    EXPECT_EQ(eight.vertex.Size(), 4);
+    EXPECT_EQ(eight.tri.Size(), 0);
+}
+
+TEST(Reference, DirectionsOfTheCornersOfACubeMakeABandOfSixTriangles)
+{
+    Tin tin;
+    for (double z : {-1, 1}) {
+        for (const Point& p : {Point{-1, -1, z}, Point{1, -1, z}, Point{1, 1, z}, Point{-1, 1, z}})
+            tin.AddPoint2(p.x, p.y, p.z);
+    }
+    ASSERT_EQ(tin.CreateTinObal(), 1);
+    EXPECT_EQ(tin.tri.Size(), 6);
+    EXPECT_EQ(tin.vertex[6].x, 1);
+    EXPECT_EQ(tin.maxXYZ.z, 1);
+    EXPECT_DOUBLE_EQ(tin.CalAllArea(), 12);
+}
+
+TEST(Reference, LinksAreRebuiltAndTinsJoined)
+{
+    Tin tin = Fed({{0, 0, 0}, {4, 0, 0}, {0, 4, 0}, {4, 4, 0}});
+    tin.AddTri(0, 1, 2);
+    tin.AddTri(2, 1, 3);
+    tin.UpdateTopology();
+    ExpectTri(tin.tri[0], {0, 1, 2}, {-1, -1, 1});
+    ExpectTri(tin.tri[1], {2, 1, 3}, {-1, 0, -1});
+    tin.AddTIN(tin);
+    ExpectTri(tin.tri[3], {6, 5, 7}, {-1, 2, -1});
+    Tin same = Fed({{0, 0, 0}, {4, 0, 0}, {0, 4, 0}, {4, 4, 0}});
+    same.AddTri(0, 1, 2);
+    plain::List<int> slot, pos;
+    same.UpdateTopology();
+    same.UpdateBoundary();
+    EXPECT_EQ(same.boundary, (plain::List<int>{2, 0, 0, 1, 1, 2}));
+    EXPECT_EQ(same.GetVtOnBoundary(0, slot, pos), 3);
+    same.AddTri(1, 2, 3);
+    same.UpdateTopology();
+    EXPECT_EQ(same.tri[1].n[1], -1) << "an edge shared in the same direction is no link";
+}
+
+TEST(Reference, VertexIsTakenOutAndTheHoleFilled)
+{
+    for (const Point& n : {Point{1, 0, 0}, Point{-2, 3, 1}, Point{0, 0, -1}, Point{1, 1, -4}}) {
+        const plain::Rotation rot = plain::RotForNV_Z(n);
+        const Point up = rot.Apply(n), back = rot.Transposed().Apply(up);
+        EXPECT_NEAR(up.z, Len(n), 1e-12);
+        EXPECT_NEAR(Len(back - n), 0, 1e-12);
+    }
+    Tin tin = Fed({{5, 5, 0}, {0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}, {4, 7, 0}});
+    ASSERT_EQ(tin.CreateTin(0), 1);
+    ASSERT_EQ(tin.tri.Size(), 6);
+    EXPECT_EQ(tin.DelVertex(0), 1);
+    EXPECT_EQ(tin.vertex.Size(), 5);
+    EXPECT_EQ(tin.tri.Size(), 4);
+    EXPECT_EQ(tin.boundary, (plain::List<int>{0, 1, 2, 3}));
+    EXPECT_EQ(tin.DelVertex(4), 1) << "no triangle beside the fan";
+    EXPECT_EQ(tin.tri.Size(), 2);
+    EXPECT_EQ(tin.CalAllAreaXY(), 100);
+    ExpectSound(tin);
+    EXPECT_EQ(tin.DelVertex(9), 1);
+    EXPECT_EQ(tin.DelVertex(tin.tri[0].v[0]), 1);
+    EXPECT_EQ(tin.vertex.Size(), 3);
+    for (const plain::Tri& t : tin.tri) EXPECT_EQ(t.sel, 0);
+}
+
+TEST(Reference, WallsAndPointsAreAdded)
+{
+    Tin tin = Fed({{0, 0, 5}, {6, 0, 5}, {0, 6, 5}});
+    ASSERT_EQ(tin.CreateTin(0), 1);
+    Tin split = tin;
+    EXPECT_EQ(split.DivideTri(6, 0, 1), 0);
+    EXPECT_EQ(split.DivideTri(2, 2, 1), 1);
+    EXPECT_EQ(split.tri.Size(), 3);
+    EXPECT_EQ(split.DivideTri(1, 1, 1), 1) << "on the edge to the first point";
+    EXPECT_EQ(split.tri.Size(), 5);
+    ExpectSound(split);
+    tin.AddVPlane(0);
+    EXPECT_EQ(tin.vertex.Size(), 6);
+    EXPECT_EQ(tin.tri.Size(), 7);
+    tin.AddVPlane(0);
+    EXPECT_EQ(tin.vertex.Size(), 6);
+    EXPECT_EQ(tin.tri.Size(), 13);
+}
+
+// A small level triangle over the low end of a large slope that is higher on the whole.
+TEST(Reference, UpperTriangleIsPaintedLastAndFoundFirst)
+{
+    Tin tin;
+    for (const Point& p :
+         {Point{0, 0, 0}, Point{40, 0, 30}, Point{0, 40, 0}, Point{1, 1, 2}, Point{2, 1, 2}, Point{1, 2, 2}})
+        tin.AddPoint2(p.x, p.y, p.z);
+    tin.AddTri(3, 4, 5);
+    tin.AddTri(0, 1, 2);
+    tin.UpdateDepth();
+    EXPECT_EQ(tin.FindTriWithDepth(1.25, 1.25), 1);
+    tin.UpdateDepth2();
+    EXPECT_EQ(tin.depthOrder, (plain::List<int>{1, 0}));
+    double z, ox, oy, oz, dist;
+    int t;
+    EXPECT_EQ(tin.InterpolateForDepth(1.25, 1.25, z, t), 1);
+    EXPECT_EQ(z, 2);
+    EXPECT_EQ(tin.PtInTri(1, 20, 20) + tin.PtInTri(1, 41, -1), 1);
+    plain::List<int> list;
+    EXPECT_EQ(tin.GetSortList(1, list, 0), 1);
+    EXPECT_EQ(list, (plain::List<int>{1, 0}));
+    EXPECT_EQ(tin.GetSortList(3, list, 1), 0);
+
+    tin.vertex[1] = {10, 0, 10};
+    tin.boundary = {0, 1};
+    EXPECT_EQ(tin.NearestOutsideTin(4, -3, ox, oy, oz, dist), 1);
+    EXPECT_NEAR(ox, 2, 1e-12);   // the foot on the sloped edge, not below the point in plan
+    EXPECT_NEAR(oz, 2, 1e-12);
+    EXPECT_NEAR(dist, std::sqrt(13.0), 1e-12);
+}
+
 }   // namespace
