@@ -11,6 +11,7 @@ set(QSV_SOURCES
   tin/internal/mesh_links.cpp
   tin/internal/mesh_walk.cpp
   tin/internal/nearest_triangle.cpp
+  tin/internal/occlusion.cpp
   tin/internal/plan.cpp
   tin/internal/plan_index.cpp
   tin/internal/vertex_walk.cpp
@@ -31,6 +32,9 @@ set(QSV_SOURCES
   tin/tin_query/height.cpp
   tin/tin_query/measure.cpp
   tin/tin_query/nearest.cpp
+  tin/tin_display/depth_order.cpp
+  tin/tin_display/pick.cpp
+  tin/tin_display/shading.cpp
 )
 
 # The public surface: these headers are installed, and nothing else is.
