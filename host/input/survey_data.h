@@ -1,0 +1,45 @@
+#ifndef QSVTIN_INPUT_SURVEY_DATA_H
+#define QSVTIN_INPUT_SURVEY_DATA_H
+
+#include "host/position.h"
+
+#include <string>
+#include <vector>
+
+namespace qsvtin {
+
+/// A line of an input file that could not be read.
+struct BadLine {
+    std::string file;
+    int line = 0;
+    std::string reason;
+};
+
+/// The points of one file, in its order.
+struct PointFile {
+    std::string path;
+    std::string columns;   ///< which column was read as what, and why
+    std::vector<Position> points;
+    std::vector<int> lines;   ///< line number of each point
+};
+
+/// A line that the surface must follow, as given: ends that meet and repeated points are still in it.
+struct Breakline {
+    std::string file;
+    int number = 0;     ///< counts the blocks of the file, from 1
+    std::string name;   ///< the comment in front of the block, or empty
+    std::vector<Position> points;
+    std::vector<int> lines;   ///< line number of each point
+};
+
+/// Everything that was read, in the order of the command line.
+struct SurveyData {
+    std::vector<PointFile> pointFiles;
+    std::vector<Breakline> breaklines;
+    std::vector<std::string> breaklineFiles;
+    std::vector<BadLine> badLines;   ///< those passed over
+};
+
+}   // namespace qsvtin
+
+#endif

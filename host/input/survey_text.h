@@ -1,0 +1,21 @@
+#ifndef QSVTIN_INPUT_SURVEY_TEXT_H
+#define QSVTIN_INPUT_SURVEY_TEXT_H
+
+#include "host/input/column_order.h"
+#include "host/input/survey_data.h"
+#include "host/input/text_file.h"
+
+#include <optional>
+#include <vector>
+
+namespace qsvtin {
+
+/// Reads points, one a line, from text with any usual separator; # starts a comment line.
+/// Lines that cannot be read are appended to badLines.
+/// @throws Failure when the file holds neither a point nor a bad line
+PointFile ReadSurveyPoints(TextFile& text, const std::optional<ColumnOrder>& order,
+                           std::vector<BadLine>& badLines);
+
+}   // namespace qsvtin
+
+#endif

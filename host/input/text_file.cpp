@@ -1,0 +1,105 @@
+#include "host/input/text_file.h"
+
+#include "host/failure.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+
+namespace qsvtin {
+
+namespace {
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+std::string ReadAll(const std::string& path)
+{
+    std::error_code ignored;
+    if (std::filesystem::is_directory(path, ignored)) {
+        throw Failure(path + " is a directory; name the files in it");
+    }
+    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
+    if (!file) {
+        throw Failure("cannot read " + path + ": " + std::strerror(errno) + "; check the name");
+    }
+    std::string text;
+    std::array<char, 1 << 16> block;
+    while (const std::size_t got = std::fread(block.data(), 1, block.size(), file.get())) {
+        text.append(block.data(), got);
+    }
+    if (std::ferror(file.get())) {
+        throw Failure("cannot read " + path + " to its end: " + std::strerror(errno));
+    }
+    return text;
+}
+
+bool StartsWith(std::string_view text, std::string_view start)
+{
+    return text.substr(0, start.size()) == start;
+}
+
+}   // namespace
+
+TextFile::TextFile(const std::string& path) : TextFile(path, ReadAll(path)) {}
+
+TextFile::TextFile(const std::string& name, std::string text) : m_path(name), m_text(std::move(text))
+{
+    CheckIsText();
+    if (StartsWith(m_text, "\xEF\xBB\xBF")) {
+        m_position = 3;
+    }
+}
+
+void TextFile::CheckIsText()
+{
+    if (StartsWith(m_text, "\xFF\xFE") || StartsWith(m_text, "\xFE\xFF")) {
+        throw Failure(m_path + " is UTF-16 text; save it as UTF-8 or plain text");
+    }
+    const std::string_view beginning = std::string_view(m_text).substr(0, 4096);
+    if (beginning.find('\0') != std::string_view::npos) {
+        throw Failure(m_path + " is not a text file; give lines of x y z");
+    }
+    if (StartsWith(Trimmed(beginning), "<?xml")) {
+        throw Failure(m_path + " is XML; give lines of x y z");
+    }
+}
+
+bool TextFile::NextLine(std::string_view& line)
+{
+    const std::string_view rest = std::string_view(m_text).substr(m_position);
+    if (rest.empty()) return false;
+    const std::size_t end = rest.find_first_of("\r\n");
+    line = rest.substr(0, end);
+    if (end == std::string_view::npos) {
+        m_position = m_text.size();
+    } else {
+        m_position += end + (StartsWith(rest.substr(end), "\r\n") ? 2 : 1);
+    }
+    ++m_lineNumber;
+    return true;
+}
+
+std::string Quoted(std::string_view text)
+{
+    constexpr std::size_t kReadable = 40;
+    std::string quoted = "\"";
+    for (const char c : text.substr(0, kReadable)) {
+        quoted += static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? '?' : c;
+    }
+    return quoted + (text.size() > kReadable ? "...\"" : "\"");
+}
+
+std::string_view Trimmed(std::string_view text)
+{
+    constexpr std::string_view kBlank = " \t\r\n\v\f";
+    const std::size_t first = text.find_first_not_of(kBlank);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlank) - first + 1);
+}
+
+}   // namespace qsvtin

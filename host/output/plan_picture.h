@@ -1,0 +1,22 @@
+#ifndef QSVTIN_OUTPUT_PLAN_PICTURE_H
+#define QSVTIN_OUTPUT_PLAN_PICTURE_H
+
+#include "host/output/safe_file.h"
+
+#include <string>
+
+namespace qsvtin {
+
+struct Terrain;
+
+/// Plan view as a picture of about 2000 pixels: hill-shaded surface coloured by height, edges where they can be
+/// told apart, breaklines and their crossings, coordinates, scale bar and height legend.
+void WritePlanPng(const Terrain& terrain, const std::string& title, SafeFile& file);
+/// The same as SVG: lines and text scale freely, the shaded surface is a picture inside.
+void WritePlanSvg(const Terrain& terrain, const std::string& title, SafeFile& file);
+/// The same as one A4 page, upright or lying as suits the terrain.
+void WritePlanPdf(const Terrain& terrain, const std::string& title, SafeFile& file);
+
+}   // namespace qsvtin
+
+#endif

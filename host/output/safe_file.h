@@ -1,0 +1,51 @@
+#ifndef QSVTIN_OUTPUT_SAFE_FILE_H
+#define QSVTIN_OUTPUT_SAFE_FILE_H
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace qsvtin {
+
+/// A file that is written beside its target and takes its place only when it is whole: whatever fails on
+/// the way, the target stays as it was. Targets that are no regular files (pipes, devices) are written
+/// straight through.
+class SafeFile
+{
+public:
+    /// Starts writing. @throws Failure when nothing can be written there
+    explicit SafeFile(const std::string& target);
+    SafeFile(const SafeFile&) = delete;
+    SafeFile(SafeFile&& other) noexcept;
+    SafeFile& operator=(const SafeFile&) = delete;
+    /// Removes what was written unless it took the target's place.
+    ~SafeFile();
+
+    /// @throws Failure when the bytes cannot be written, for instance on a full disk
+    void Write(std::string_view bytes);
+    /// Ends writing and checks that every byte arrived. @throws Failure when not
+    void Finish();
+    /// Puts the finished file in the place of the target. @throws Failure when that is refused
+    void TakePlace();
+
+    const std::string& Target() const { return m_target; }
+
+private:
+    [[noreturn]] void Fail(int error) const;
+
+    std::string m_target;     // as given
+    std::string m_written;    // what is being written; the target itself when it is no regular file
+    std::string m_replaced;   // where it goes: the target, or what the target links to
+    std::FILE* m_file = nullptr;
+    std::uintmax_t m_size = 0;
+};
+
+/// Finds out before any work is done whether a target can be written: its folder exists and it is neither a
+/// folder itself nor write-protected. @throws Failure when not
+void CheckTarget(const std::string& target);
+
+}   // namespace qsvtin
+
+#endif

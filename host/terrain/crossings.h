@@ -1,0 +1,35 @@
+#ifndef QSVTIN_TERRAIN_CROSSINGS_H
+#define QSVTIN_TERRAIN_CROSSINGS_H
+
+#include "host/position.h"
+#include "host/terrain/survey_line.h"
+
+#include <array>
+#include <cstddef>
+#include <vector>
+
+namespace qsvtin {
+
+/// One of the two breaklines at a crossing.
+struct CrossingLine {
+    std::size_t line = 0;      ///< index of the breakline
+    std::size_t segment = 0;   ///< its segment that crosses
+    double height = 0.0;       ///< what it says about the height at the crossing
+};
+
+/// A place where two breakline segments cross in plan.
+struct Crossing {
+    double x = 0.0;
+    double y = 0.0;
+    std::array<CrossingLine, 2> lines;   ///< in the order of the breaklines; both may be the same one
+};
+
+/// Every place where two segments cross properly in plan, each in the interior of the other, ordered by the
+/// first line, its segment, the second line and its segment. Segments that share a vertex do not cross.
+/// Near-linear for lines that do not cross much: segments are sorted into a grid of cells.
+std::vector<Crossing> FindCrossings(const std::vector<SurveyLine>& lines,
+                                    const std::vector<Position>& vertices);
+
+}   // namespace qsvtin
+
+#endif
