@@ -32,6 +32,10 @@ set(QSV_SOURCES
   tin/tin_query/height.cpp
   tin/tin_query/measure.cpp
   tin/tin_query/nearest.cpp
+  tin/tin_file/byte_codec.cpp
+  tin/tin_file/collection_file.cpp
+  tin/tin_file/mesh_section.cpp
+  tin/tin_file/single_file.cpp
   tin/tin_display/depth_order.cpp
   tin/tin_display/pick.cpp
   tin/tin_display/shading.cpp

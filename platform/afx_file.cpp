@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 #ifdef _WIN32
 #include <string>
@@ -23,6 +24,24 @@ std::FILE* OpenStream(const char* szPath, bool bWrite)
 #else
     return std::fopen(szPath, bWrite ? "wb" : "rb");
 #endif
+}
+
+// Moves to the end and back. Below 0: the stream cannot be positioned.
+long long LengthOf(std::FILE* pFile)
+{
+#ifdef _WIN32
+    const auto tell = _ftelli64;
+    const auto seek = _fseeki64;
+#else
+    const auto tell = ftello;
+    const auto seek = fseeko;
+#endif
+    const auto nPosition = tell(pFile);
+    if (nPosition < 0 || seek(pFile, 0, SEEK_END) != 0) {
+        return -1;
+    }
+    const auto nLength = tell(pFile);
+    return seek(pFile, nPosition, SEEK_SET) == 0 ? nLength : -1;
 }
 
 }   // namespace
@@ -65,6 +84,12 @@ void CFile::Close()
     m_pFile = nullptr;
 }
 
+ULONGLONG CFile::GetLength() const
+{
+    const long long nLength = m_pFile != nullptr ? LengthOf(m_pFile) : -1;
+    return nLength >= 0 ? static_cast<ULONGLONG>(nLength) : std::numeric_limits<ULONGLONG>::max();
+}
+
 CMemFile::CMemFile() = default;
 
 CMemFile::CMemFile(const void* pBytes, UINT nCount)
@@ -83,7 +108,7 @@ int CMemFile::Open(const char*, UINT)
 
 UINT CMemFile::Read(void* pBuffer, UINT nCount)
 {
-    const UINT nRead = std::min(nCount, GetLength() - static_cast<UINT>(m_nPosition));
+    const UINT nRead = std::min(nCount, static_cast<UINT>(m_aByte.GetSize() - m_nPosition));
     if (nRead > 0) {
         std::memcpy(pBuffer, m_aByte.GetData() + m_nPosition, nRead);
         m_nPosition += static_cast<int>(nRead);

@@ -11,6 +11,7 @@
 #include "platform/export.h"
 
 using UINT = unsigned int;
+using ULONGLONG = unsigned long long;
 
 /// Sequential file of bytes, with the member names and flag values of the MFC class of this name.
 /// The file is closed with the object. Not copyable.
@@ -38,6 +39,8 @@ public:
     /// Writes nCount bytes. A failure (a full disk) is kept until Close and told by HasFailed.
     virtual void Write(const void* pBuffer, UINT nCount);
     virtual void Close();
+    /// Length of the open file in bytes; the largest value when it has none (a pipe) or nothing is open.
+    virtual ULONGLONG GetLength() const;
     /// Whether any Write or Close since Open lost data.
     bool HasFailed() const { return m_bFailed; }
 
@@ -63,7 +66,7 @@ public:
     void Close() override;
 
     void SeekToBegin() { m_nPosition = 0; }
-    UINT GetLength() const { return static_cast<UINT>(m_aByte.GetSize()); }
+    ULONGLONG GetLength() const override { return static_cast<ULONGLONG>(m_aByte.GetSize()); }
     const unsigned char* GetBytes() const { return m_aByte.GetData(); }
 
 private:
