@@ -54,11 +54,9 @@ PageLayout LayOutPage(const PlanView& view, bool wholePage)
     page.title = {page.map.left, page.map.top - kTitle, page.map.width + kLegend, kTitle};
     page.legend = {page.map.Right(), page.map.top, kLegend, page.map.height};
     page.footer = {page.map.left, page.map.Bottom() + kTicksBelow, page.map.width + kLegend, kFooter};
-    page.toPage.scale = scale;
-    page.toPage.west = (view.low.x + view.high.x) / 2.0 - page.map.width / scale / 2.0;
-    page.toPage.north = (view.low.y + view.high.y) / 2.0 + page.map.height / scale / 2.0;
-    page.toPage.west -= page.map.left / scale;
-    page.toPage.north += page.map.top / scale;
+    page.mapWest = (view.low.x + view.high.x - page.map.width / scale) / 2.0;
+    page.mapNorth = (view.low.y + view.high.y + page.map.height / scale) / 2.0;
+    page.toPage = {page.mapWest - page.map.left / scale, page.mapNorth + page.map.top / scale, scale};
     return page;
 }
 

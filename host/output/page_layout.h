@@ -21,10 +21,12 @@ struct Rect {
 struct PageLayout {
     double width = 0.0;
     double height = 0.0;
-    Rect title;    ///< two lines of text above the map
-    Rect map;      ///< the frame around the terrain
-    Rect legend;   ///< the column right of the map
-    Rect footer;   ///< below the coordinates: scale bar and a note
+    Rect title;              ///< two lines of text above the map
+    Rect map;                ///< the frame around the terrain
+    Rect legend;             ///< the column right of the map
+    Rect footer;             ///< below the coordinates: scale bar and a note
+    double mapWest = 0.0;    ///< plan x at the left edge of the map, relative to the terrain's origin
+    double mapNorth = 0.0;   ///< plan y at its upper edge
     PlanToPicture toPage;
 };
 

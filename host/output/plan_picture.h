@@ -9,8 +9,8 @@ namespace qsvtin {
 
 struct Terrain;
 
-/// Plan view as a picture of about 2000 pixels: hill-shaded surface coloured by height, edges where they can be
-/// told apart, breaklines and their crossings, coordinates, scale bar and height legend.
+/// Plan view as a picture of up to 2526 pixels: hill-shaded surface coloured by height, edges where they can
+/// be told apart, breaklines and their crossings, coordinates, scale bar and height legend.
 void WritePlanPng(const Terrain& terrain, const std::string& title, SafeFile& file);
 /// The same as SVG: lines and text scale freely, the shaded surface is a picture inside.
 void WritePlanSvg(const Terrain& terrain, const std::string& title, SafeFile& file);

@@ -23,6 +23,19 @@ void CopyMesh(const CTin& tin, PlanView& view)
     }
 }
 
+// The library's mean normals; level where a triangle without area has spoilt the mean.
+void FindGradients(const CTin& tin, PlanView& view)
+{
+    view.gradients.resize(view.vertices.size());
+    for (int v = 0; v < tin.m_aVtNormal.GetSize() && v < tin.m_aVertex.GetSize(); ++v) {
+        const CXYZ& normal = tin.m_aVtNormal[v];
+        const Gradient gradient{-normal.x / normal.z, -normal.y / normal.z};
+        if (std::isfinite(gradient.x) && std::isfinite(gradient.y)) {
+            view.gradients[static_cast<std::size_t>(v)] = gradient;
+        }
+    }
+}
+
 void FindRange(PlanView& view)
 {
     if (view.triangles.empty()) return;
@@ -74,6 +87,7 @@ PlanView MakePlanView(const Terrain& terrain, const std::string& title)
     view.title = title;
     view.origin = terrain.origin;
     CopyMesh(terrain.tin, view);
+    FindGradients(terrain.tin, view);
     FindRange(view);
     for (const SurveyLine& line : terrain.lines) {
         if (line.SegmentCount() == 0) continue;

@@ -13,6 +13,12 @@ namespace qsvtin {
 
 struct Terrain;
 
+/// Rise of the surface for a step to the east (x) and to the north (y).
+struct Gradient {
+    double x = 0.0;
+    double y = 0.0;
+};
+
 /// What a plan picture shows, as plain arrays. Coordinates are relative to the origin.
 struct PlanView {
     std::string title;
@@ -21,7 +27,8 @@ struct PlanView {
     std::vector<Position> vertices;
     std::vector<std::array<int, 3>> triangles;   ///< counter-clockwise
     std::vector<std::array<int, 3>>
-        neighbors;   ///< entry k: across the edge from corner k to the next; -1 outside
+        neighbors;                     ///< entry k: across the edge from corner k to the next; -1 outside
+    std::vector<Gradient> gradients;   ///< of the surface around each vertex
     std::vector<std::vector<Position>> lines;   ///< breaklines; closed ones end where they start
     std::vector<Position> crossings;            ///< where breaklines cross
 
@@ -39,11 +46,7 @@ const Position& CornerOf(const PlanView& view, std::size_t triangle, std::size_t
 /// Plan area of a triangle.
 double PlanArea(const PlanView& view, std::size_t triangle);
 
-/// Rise of a triangle for a step to the east (x) and to the north (y); level when it has no plan area.
-struct Gradient {
-    double x = 0.0;
-    double y = 0.0;
-};
+/// Of a triangle; level when it has no plan area.
 Gradient GradientOf(const PlanView& view, std::size_t triangle);
 
 /// Factor for heights that lets the hill shading show the relief: gentle ground is exaggerated, steep ground

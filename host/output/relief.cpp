@@ -17,6 +17,7 @@ struct Corner {
     double x;   // in samples
     double y;
     double z;
+    double shade;
 };
 
 // Sums of the samples that hit a pixel.
@@ -27,12 +28,13 @@ struct PixelSum {
     std::uint16_t hits = 0;
 };
 
-// The heights of a triangle: at the sample origin, and their change from sample to sample.
+// A quantity that changes linearly over a triangle: its value at the sample origin and its change from sample
+// to sample.
 struct Plane {
     double atOrigin;
     double alongX;
     double alongY;
-    double lowest;   // a sliver's plane, tilted by rounding, does not leave the heights of its corners
+    double lowest;   // a sliver's plane, tilted by rounding, does not leave the values of its corners
     double highest;
 
     double At(double x, double y) const
@@ -41,13 +43,13 @@ struct Plane {
     }
 };
 
-Plane PlaneThrough(const std::array<Corner, 3>& c, double doubledArea)
+Plane PlaneThrough(const std::array<Corner, 3>& c, double Corner::*value, double doubledArea)
 {
-    const double z1 = c[1].z - c[0].z, z2 = c[2].z - c[0].z;
+    const double v0 = c[0].*value, v1 = c[1].*value - v0, v2 = c[2].*value - v0;
     const double x1 = c[1].x - c[0].x, y1 = c[1].y - c[0].y, x2 = c[2].x - c[0].x, y2 = c[2].y - c[0].y;
-    const double alongX = (z1 * y2 - z2 * y1) / doubledArea, alongY = (z2 * x1 - z1 * x2) / doubledArea;
-    const auto [lowest, highest] = std::minmax({c[0].z, c[1].z, c[2].z});
-    return {c[0].z - alongX * c[0].x - alongY * c[0].y, alongX, alongY, lowest, highest};
+    const double alongX = (v1 * y2 - v2 * y1) / doubledArea, alongY = (v2 * x1 - v1 * x2) / doubledArea;
+    const auto [lowest, highest] = std::minmax({v0, c[1].*value, c[2].*value});
+    return {v0 - alongX * c[0].x - alongY * c[0].y, alongX, alongY, lowest, highest};
 }
 
 // Where the edge between two corners crosses the middle of a row of samples. The lower corner always comes
@@ -64,6 +66,14 @@ int FirstSampleFrom(double position, int count)
     return static_cast<int>(std::clamp(std::ceil(position - 0.5), 0.0, static_cast<double>(count)));
 }
 
+// The ground is smoother than its triangles, but a crease along a breakline is real: light falls on a slope
+// between the triangle's own and the mean around each corner.
+double Mixed(double facet, double smooth)
+{
+    constexpr double kSmooth = 0.65;
+    return facet + kSmooth * (smooth - facet);
+}
+
 class Canvas
 {
 public:
@@ -78,12 +88,13 @@ public:
         }
     }
 
-    void Fill(const std::array<Corner, 3>& c, double shade)
+    void Fill(const std::array<Corner, 3>& c)
     {
         const double doubledArea =
             (c[1].x - c[0].x) * (c[2].y - c[0].y) - (c[2].x - c[0].x) * (c[1].y - c[0].y);
         if (doubledArea == 0.0) return;
-        const Plane height = PlaneThrough(c, doubledArea);
+        const Plane height = PlaneThrough(c, &Corner::z, doubledArea);
+        const Plane shade = PlaneThrough(c, &Corner::shade, doubledArea);
         const auto [top, bottom] = std::minmax({c[0].y, c[1].y, c[2].y});
         const int lastRow = FirstSampleFrom(bottom, m_height * kSamples);
         for (int row = FirstSampleFrom(top, m_height * kSamples); row < lastRow; ++row) {
@@ -104,7 +115,7 @@ public:
     }
 
 private:
-    void FillRow(const std::array<Corner, 3>& c, int row, const Plane& height, double shade)
+    void FillRow(const std::array<Corner, 3>& c, int row, const Plane& height, const Plane& shade)
     {
         const double y = row + 0.5;
         double left = 1e300, right = -1e300;
@@ -120,7 +131,7 @@ private:
         PixelSum* const sums =
             &m_sums[static_cast<std::size_t>(row / kSamples) * static_cast<std::size_t>(m_width)];
         for (int column = FirstSampleFrom(left, m_width * kSamples); column < last; ++column) {
-            AddSample(sums[column / kSamples], height.At(column + 0.5, y), shade);
+            AddSample(sums[column / kSamples], height.At(column + 0.5, y), shade.At(column + 0.5, y));
         }
     }
 
@@ -150,13 +161,16 @@ Relief DrawRelief(const PlanView& view, const PlanToPicture& toPixels, int width
 {
     Canvas canvas(width, height, view.low.z, view.high.z);
     for (std::size_t t = 0; t < view.triangles.size(); ++t) {
+        const Gradient facet = GradientOf(view, t);
         std::array<Corner, 3> corners;
         for (std::size_t k = 0; k < 3; ++k) {
             const Position& p = CornerOf(view, t, k);
-            corners[k] = {kSamples * toPixels.X(p.x), kSamples * toPixels.Y(p.y), p.z};
+            const Gradient& smooth = view.gradients[static_cast<std::size_t>(view.triangles[t][k])];
+            corners[k] = {
+                kSamples * toPixels.X(p.x), kSamples * toPixels.Y(p.y), p.z,
+                HillShade(exaggeration * Mixed(facet.x, smooth.x), exaggeration * Mixed(facet.y, smooth.y))};
         }
-        const Gradient gradient = GradientOf(view, t);
-        canvas.Fill(corners, HillShade(exaggeration * gradient.x, exaggeration * gradient.y));
+        canvas.Fill(corners);
     }
     return canvas.Finish();
 }

@@ -26,8 +26,8 @@ struct Relief {
     std::vector<std::uint32_t> pixels;
 };
 
-/// Draws the triangles of a view without seams: every pixel is sampled in a 3 x 3 pattern, and a sample on the
-/// edge of two triangles belongs to exactly one of them.
+/// Draws the triangles of a view without seams: every pixel is sampled in a 3 x 3 pattern, and a sample on
+/// the edge of two triangles belongs to exactly one of them.
 /// @param exaggeration  factor for heights in the shading
 Relief DrawRelief(const PlanView& view, const PlanToPicture& toPixels, int width, int height,
                   double exaggeration);

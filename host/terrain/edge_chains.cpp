@@ -48,7 +48,8 @@ bool EdgeChains::IsChain(int from, int to) const
         return std::fabs(dx * (m_tin.m_aVertex[v].y - a.y) - dy * (m_tin.m_aVertex[v].x - a.x)) <= widest;
     };
     // Where lines cross, vertices may lie at the same place to within rounding, in any order along the line,
-    // so a step may also go back by the tolerance. Slivers may offer several edges: try all, each vertex once.
+    // so a step may also go back by the tolerance. Slivers may offer several edges: try all, but each
+    // vertex once.
     std::vector<int> open = {from};
     std::unordered_set<int> seen = {from};
     while (!open.empty()) {

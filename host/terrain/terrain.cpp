@@ -116,6 +116,7 @@ Terrain BuildTerrain(const PreparedSurvey& survey, double eps, double trimDegree
     // The TIN is made in place: assigning one would drop its tolerances.
     Terrain terrain{TriangulateWithLines(survey, eps), survey.origin, survey.lines, {}, {}, {}};
     if (trimDegrees > 0.0) Trim(terrain.tin, trimDegrees);
+    terrain.tin.UpdateNormal();
     return terrain;
 }
 

@@ -29,7 +29,7 @@ struct Terrain {
 /// A line is enforced in one walk, which ends early where the line turns at a corner that it cannot walk
 /// around. When that happens, the terrain is built once more with each missing segment as a line of its own.
 /// @param eps          plan tolerance, as CTin::SetEPS
-/// @param trimDegrees  outer triangles with a plan angle at the outer edge of at most this are cut off; 0: none
+/// @param trimDegrees  outer triangles with a plan angle of at most this at the outer edge go; 0: none
 /// @throws Failure when the library finds no surface, or trimming leaves none
 Terrain BuildTerrain(const PreparedSurvey& survey, double eps, double trimDegrees);
 
