@@ -12,6 +12,7 @@ set(QSV_SOURCES
   tin/internal/mesh_walk.cpp
   tin/internal/nearest_triangle.cpp
   tin/internal/occlusion.cpp
+  tin/internal/outline_join.cpp
   tin/internal/plan.cpp
   tin/internal/plan_index.cpp
   tin/internal/vertex_walk.cpp

@@ -48,8 +48,9 @@ bool SwapDiagonal(const Mesh& mesh, int nTri, int nApex, int nOther, int nOtherS
     CTriangle &t = mesh.aTri[nTri], &u = mesh.aTri[nOther];
     const int nToOther = NeighborSlotOpposite(nApex);   // slot of t that holds u; vertex R
     const int nFar = NextSlot(nOtherSlot);              // slot of u with vertex D; u's slot nOtherSlot: Q
-    const int nVtP = t.m_nVertex[nApex], nVtD = u.m_nVertex[nFar];
-    if (!IsStrictlyConvex(mesh.aVertex, nVtP, t.m_nVertex[NextSlot(nApex)], nVtD, t.m_nVertex[nToOther])) {
+    const int nVtP = t.m_nVertex[nApex], nVtQ = t.m_nVertex[NextSlot(nApex)];
+    const int nVtR = t.m_nVertex[nToOther], nVtD = u.m_nVertex[nFar];
+    if (!IsStrictlyConvex(mesh.aVertex, nVtP, nVtQ, nVtD, nVtR)) {
         return false;
     }
     const int nX = t.m_nNeighbor[nApex];   // across R-P
@@ -60,8 +61,8 @@ bool SwapDiagonal(const Mesh& mesh, int nTri, int nApex, int nOther, int nOtherS
     t.m_nNeighbor[nToOther] = nY;
     u.m_nNeighbor[nFar] = nTri;
     u.m_nNeighbor[nOtherSlot] = nX;
-    RedirectNeighbor(mesh.aTri, nY, nOther, nTri);
-    RedirectNeighbor(mesh.aTri, nX, nTri, nOther);
+    RedirectNeighbor(mesh.aTri, nY, {nVtD, nVtQ}, nOther, nTri);
+    RedirectNeighbor(mesh.aTri, nX, {nVtP, nVtR}, nTri, nOther);
     return true;
 }
 
@@ -77,12 +78,12 @@ bool SwapUnlessDelaunay(const Mesh& mesh, int nTri, int nApex, int& nOther, int&
     if (nOther < 0) {
         return false;
     }
-    nOtherSlot = SlotOfNeighbor(mesh.aTri[nOther], nTri);
+    const int nVtP = t.m_nVertex[nApex], nVtQ = t.m_nVertex[NextSlot(nApex)], nVtR = t.m_nVertex[nToOther];
+    nOtherSlot = SlotOfNeighbor(mesh.aTri[nOther], nTri, {nVtR, nVtQ});
     if (nOtherSlot < 0) {
         return false;
     }
     const int nVtD = mesh.aTri[nOther].m_nVertex[NextSlot(nOtherSlot)];
-    const int nVtP = t.m_nVertex[nApex], nVtQ = t.m_nVertex[NextSlot(nApex)], nVtR = t.m_nVertex[nToOther];
     return !IsOutsideCircle(mesh.aVertex, nVtR, nVtP, nVtQ, nVtD) &&
            SwapDiagonal(mesh, nTri, nApex, nOther, nOtherSlot);
 }

@@ -1,6 +1,7 @@
 #include "tin/internal/mesh_links.h"
 
 #include "tin/internal/mesh.h"
+#include "tin/internal/slots.h"
 
 namespace qsv {
 
@@ -23,20 +24,22 @@ int SlotOfVertex(const CTriangle& tri, int nVt)
     return SlotOf(tri.m_nVertex, nVt);
 }
 
-int SlotOfNeighbor(const CTriangle& tri, int nTri)
+int SlotOfNeighbor(const CTriangle& tri, int nTri, DirectedEdge edge)
 {
+    for (int k = 0; k < 3; ++k) {
+        if (tri.m_nNeighbor[k] == nTri && tri.m_nVertex[PrevSlot(k)] == edge.nFrom &&
+            tri.m_nVertex[k] == edge.nTo) {
+            return k;
+        }
+    }
     return SlotOf(tri.m_nNeighbor, nTri);
 }
 
-void RedirectNeighbor(CArray<CTriangle>& aTri, int nTri, int nOld, int nNew)
+void RedirectNeighbor(CArray<CTriangle>& aTri, int nTri, DirectedEdge edge, int nOld, int nNew)
 {
-    if (!IsIndexOf(aTri, nTri)) {
-        return;
-    }
-    for (int& nNeighbor : aTri[nTri].m_nNeighbor) {
-        if (nNeighbor == nOld) {
-            nNeighbor = nNew;
-        }
+    const int nSlot = IsIndexOf(aTri, nTri) ? SlotOfNeighbor(aTri[nTri], nOld, edge) : -1;
+    if (nSlot >= 0) {
+        aTri[nTri].m_nNeighbor[nSlot] = nNew;
     }
 }
 

@@ -48,6 +48,7 @@ Location WalkToPoint(const Mesh& mesh, int nStartTri, double x, double y)
     }
     int nTri = nStartTri;
     int nMoves = 0;
+    int nEarlier = nStartTri;   // where the walk stood after 1, 2, 4, 8, ... moves (Brent 1980)
     for (int k = 0; k < 3;) {
         switch (AskEdge(mesh, nTri, k, x, y, found)) {
         case EdgeAnswer::Found: return found;
@@ -57,8 +58,11 @@ Location WalkToPoint(const Mesh& mesh, int nStartTri, double x, double y)
             if (nTri < 0) {
                 return {-1, kOutside, k};
             }
-            if (++nMoves >= mesh.aTri.GetSize()) {
-                return {};
+            if (++nMoves >= mesh.aTri.GetSize() || nTri == nEarlier) {
+                return {};   // back at a triangle of before, the walk would go round until the last move
+            }
+            if ((nMoves & (nMoves - 1)) == 0) {
+                nEarlier = nTri;
             }
             k = 0;
             break;

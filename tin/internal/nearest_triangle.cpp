@@ -35,19 +35,19 @@ NearestTriangle::Place NearestTriangle::Find(const CXYZ& p, int nStartTri, doubl
     ++m_nSearch;
     m_aQueue.SetSize(0, -1);
     Visit(p, nStartTri);
-    double dBest = HUGE_VAL;
+    best.dDistance = HUGE_VAL;
     while (!m_aQueue.IsEmpty()) {
         std::pop_heap(m_aQueue.GetData(), m_aQueue.GetData() + m_aQueue.GetSize(), IsFarther);
         const Candidate nearest = m_aQueue[m_aQueue.GetUpperBound()];
         m_aQueue.SetSize(m_aQueue.GetUpperBound(), -1);
-        if (nearest.dDistance > dBest + dSlack) {
+        if (nearest.dDistance > best.dDistance + dSlack) {
             break;   // whatever could hold p is connected to this edge by nearer triangles
         }
         int nEdge = -1;
         if (Holds(p, nearest.nTri, nEdge)) {
-            return {nearest.nTri, nEdge, false};
+            return {nearest.nTri, nEdge, false, 0.0};
         }
-        TakeOuterEdges(p, nearest.nTri, best, dBest);
+        TakeOuterEdges(p, nearest.nTri, best);
         for (int k = 0; k < 3; ++k) {
             Visit(p, NeighborAt(m_mesh.aTri, nearest.nTri, k));
         }
@@ -83,30 +83,27 @@ bool NearestTriangle::Holds(const CXYZ& p, int nTri, int& nEdge) const
     if (ExactTurn(CornerAt(m_mesh, nTri, 0), CornerAt(m_mesh, nTri, 1), CornerAt(m_mesh, nTri, 2)) <= 0) {
         return false;
     }
-    int nOnEdge = -1;
+    nEdge = -1;
     for (int k = 0; k < 3; ++k) {
-        const CXYZ &a = CornerAt(m_mesh, nTri, k), &b = CornerAt(m_mesh, nTri, NextSlot(k));
-        const int nTurn = ExactTurn(a, b, p);
+        const int nTurn = ExactTurn(CornerAt(m_mesh, nTri, k), CornerAt(m_mesh, nTri, NextSlot(k)), p);
         if (nTurn < 0) {
             return false;
         }
-        if (nOnEdge < 0 && (nTurn == 0 || SideOf(DoubledArea(a, b, p), m_mesh.dEPS2) == Side::On)) {
-            nOnEdge = k;
+        if (nTurn == 0) {
+            nEdge = k;
         }
     }
-    nEdge = nOnEdge;
     return true;
 }
 
-void NearestTriangle::TakeOuterEdges(const CXYZ& p, int nTri, Place& best, double& dBest) const
+void NearestTriangle::TakeOuterEdges(const CXYZ& p, int nTri, Place& best) const
 {
     for (int k = 0; k < 3; ++k) {
         const CXYZ &a = CornerAt(m_mesh, nTri, k), &b = CornerAt(m_mesh, nTri, NextSlot(k));
         if (NeighborAt(m_mesh.aTri, nTri, NeighborSlotOfEdge(k)) < 0 && ExactTurn(a, b, p) < 0) {
             const double dDistance = DistanceToEdge(p, a, b);
-            if (dDistance < dBest) {
-                dBest = dDistance;
-                best = {nTri, k, true};
+            if (dDistance < best.dDistance) {
+                best = {nTri, k, true, dDistance};
             }
         }
     }

@@ -14,9 +14,10 @@ class NearestTriangle
 {
 public:
     struct Place {
-        int nTri = -1;          // -1: nothing found (the place is not finite)
-        int nEdge = -1;         // the edge, by its first slot, on which the place lies or which it faces
-        bool bOutside = true;   // beyond the outer edge nEdge, not in nTri
+        int nTri = -1;            // -1: nothing found (the place is not finite)
+        int nEdge = -1;           // the edge, by its first slot, on which the place lies or which it faces
+        bool bOutside = true;     // beyond the outer edge nEdge, not in nTri
+        double dDistance = 0.0;   // outside: from that edge
     };
 
     // The first nTriCount triangles of the mesh are searched; both may grow between searches.
@@ -35,7 +36,7 @@ private:
 
     void Visit(const CXYZ& p, int nTri);
     bool Holds(const CXYZ& p, int nTri, int& nEdge) const;
-    void TakeOuterEdges(const CXYZ& p, int nTri, Place& best, double& dBest) const;
+    void TakeOuterEdges(const CXYZ& p, int nTri, Place& best) const;
 
     const Mesh m_mesh;
     const int& m_nTriCount;

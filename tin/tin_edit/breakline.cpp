@@ -89,8 +89,9 @@ void CTin::CheckBreakLineVt()
     for (int i = 0; i < m_aBreakLine.GetSize(); ++i) {
         CArray<int>& aIndex = m_aBreakLine[i].m_aVertexIndex;
         for (int j = 0; j < aIndex.GetSize(); ++j) {
-            const CXYZ& p = VertexAt(m_aVertex, aIndex[j]);
-            const int nVt = used.FindFirst(p.x, p.y);
+            const int nVt = IsIndexOf(m_aVertex, aIndex[j])
+                                ? used.FindFirst(m_aVertex[aIndex[j]].x, m_aVertex[aIndex[j]].y)
+                                : -1;
             if (nVt >= 0) {
                 aIndex[j] = nVt;
             }
@@ -170,7 +171,8 @@ struct CrossedEdge {
 bool LookAcross(const CArray<CTriangle>& aTri, int nT, int nSlotP, CrossedEdge& edge)
 {
     const int nU = NeighborAt(aTri, nT, NeighborSlotOpposite(nSlotP));
-    const int nSlotQ = nU >= 0 ? SlotOfNeighbor(aTri[nU], nT) : -1;
+    const DirectedEdge edgeRQ = {aTri[nT].m_nVertex[PrevSlot(nSlotP)], aTri[nT].m_nVertex[NextSlot(nSlotP)]};
+    const int nSlotQ = nU >= 0 ? SlotOfNeighbor(aTri[nU], nT, edgeRQ) : -1;
     edge = {nT, nSlotP, nU, nSlotQ};
     return nSlotQ >= 0;
 }
@@ -194,14 +196,14 @@ void SplitAtCrossing(CArray<CTriangle>& aTri, const CrossedEdge& edge, int nVtX,
     const int nVtW = aTri[nU].m_nVertex[nInU];
 
     const int nN1 = aTri[nT].m_nNeighbor[nInT];
-    RedirectNeighbor(aTri, nN1, nT, t1);
+    RedirectNeighbor(aTri, nN1, {nVtQ, nVtP}, nT, t1);
     aTri.SetAtGrow(t1, MakeTriangle(nVtP, nVtQ, nVtX, nT, nN1, t2));
     aTri[nT].m_nVertex[nInT] = nVtX;
     aTri[nT].m_nNeighbor[nInT] = t1;
 
     const int nN2 = aTri[nU].m_nNeighbor[nInU];
-    RedirectNeighbor(aTri, nN2, nU, t2);
-    aTri.SetAtGrow(t2, MakeTriangle(nVtX, aTri[nU].m_nVertex[edge.nSlotQ], nVtW, nU, t1, nN2));
+    RedirectNeighbor(aTri, nN2, {nVtW, nVtQ}, nU, t2);
+    aTri.SetAtGrow(t2, MakeTriangle(nVtX, nVtQ, nVtW, nU, t1, nN2));
     aTri[nU].m_nVertex[edge.nSlotQ] = nVtX;
     aTri[nU].m_nNeighbor[nInU] = t2;
     nTriCount += 2;

@@ -2,9 +2,8 @@
 
 #include <cmath>
 
-#include "tin/internal/edge_swap.h"
-#include "tin/internal/mesh_links.h"
 #include "tin/internal/nearest_triangle.h"
+#include "tin/internal/outline_join.h"
 #include "tin/internal/plan_index.h"
 #include "tin/internal/slots.h"
 #include "tin/tin.h"
@@ -36,25 +35,6 @@ CArray<int> ListUnused(const CArray<char>& aUsed)
     return aUnused;
 }
 
-// Joins vertex p to the outer edge a-b of triangle t, from vertex slot nEdge of t.
-//
-//        a                 a
-//        | \             / | \        n = new triangle (p, b, a), outside on its edges a-p and p-b
-//    p   |  t    -->   p  n|  t
-//        | /             \ | /
-//        b                 b
-void JoinOutside(CTin& tin, int nVt, int& nTriCount, int nTri, int nEdge)
-{
-    const int n = nTriCount++;
-    if (tin.m_aTri.GetSize() < nTriCount) {
-        tin.m_aTri.SetSize(nTriCount, -1);
-    }
-    CTriangle& t = tin.m_aTri[nTri];
-    tin.m_aTri[n] = MakeTriangle(nVt, t.m_nVertex[NextSlot(nEdge)], t.m_nVertex[nEdge], -1, -1, nTri);
-    t.m_nNeighbor[NeighborSlotOfEdge(nEdge)] = n;
-    LegalizeEdge({tin.m_aVertex, tin.m_aTri, tin.m_dEPS, tin.m_dEPS2}, n, 0, 0);
-}
-
 // For every vertex the one at which the outer edge that starts there ends; -1 inside.
 CArray<int> NextOnOutline(const CTin& tin, int nTriCount)
 {
@@ -74,10 +54,15 @@ CArray<int> NextOnOutline(const CTin& tin, int nTriCount)
     return aNext;
 }
 
-// Follows the outline round once from the first hull corner and lists, in that order, the vertices that
-// belong to the ring. Nothing is listed when the outline does not close.
-CArray<int> RingAlongOutline(const CArray<int>& aNext, int nFirst, const CArray<char>& aInRing)
+// Follows the outline round once, from the first hull corner that is still on it, and lists in that order
+// the vertices that belong to the ring. Nothing is listed when the outline does not close.
+CArray<int> RingAlongOutline(const CArray<int>& aNext, const CArray<int>& aCorner,
+                             const CArray<char>& aInRing)
 {
+    int nFirst = -1;
+    for (int i = 0; i < aCorner.GetSize() && nFirst < 0; ++i) {
+        nFirst = aNext[aCorner[i]] >= 0 ? aCorner[i] : -1;
+    }
     CArray<int> aRing;
     int nVt = nFirst;
     for (int nSteps = 0; nVt >= 0 && nSteps < aNext.GetSize(); ++nSteps) {
@@ -102,7 +87,7 @@ void AddToRing(CTin& tin, int nTriCount, const CArray<int>& aJoined)
     for (int i = 0; i < aJoined.GetSize(); ++i) {
         aInRing[aJoined[i]] = 1;
     }
-    const CArray<int> aRing = RingAlongOutline(NextOnOutline(tin, nTriCount), tin.m_aBoundary[0], aInRing);
+    const CArray<int> aRing = RingAlongOutline(NextOnOutline(tin, nTriCount), tin.m_aBoundary, aInRing);
     if (!aRing.IsEmpty()) {
         tin.m_aBoundary = aRing;
     }
@@ -125,7 +110,8 @@ void InsertMissedPoints(CTin& tin, int& nTriCount)
             used.Enter(nVt);
         }
     }
-    NearestTriangle search({tin.m_aVertex, tin.m_aTri, tin.m_dEPS, tin.m_dEPS2}, nTriCount);
+    const Mesh mesh = {tin.m_aVertex, tin.m_aTri, tin.m_dEPS, tin.m_dEPS2};
+    NearestTriangle search(mesh, nTriCount);
     CArray<int> aJoined;
     int nLastTri = 0;
     for (int i = 0; i < aUnused.GetSize(); ++i) {
@@ -141,7 +127,7 @@ void InsertMissedPoints(CTin& tin, int& nTriCount)
         }
         nLastTri = place.nTri;
         if (place.bOutside) {
-            JoinOutside(tin, nVt, nTriCount, place.nTri, place.nEdge);
+            JoinToOutline(mesh, nTriCount, nVt, place.nTri, place.nEdge, place.dDistance > dTolerance);
             aJoined.Add(nVt);
         } else if (place.nEdge >= 0) {
             tin.DivideTriOnSide(nVt, nTriCount, place.nTri, place.nEdge);

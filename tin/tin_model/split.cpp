@@ -65,8 +65,8 @@ void CTin::DivideTriInside(int nVt, int& nTriCount, int nTri)
     m_aTri[t].m_bSelect = old.m_bSelect;
     m_aTri[t1] = MakeTriangle(nVt, b, c, t2, t, s2);
     m_aTri[t2] = MakeTriangle(nVt, c, a, t, t1, s0);
-    RedirectNeighbor(m_aTri, s0, t, t2);
-    RedirectNeighbor(m_aTri, s2, t, t1);
+    RedirectNeighbor(m_aTri, s0, {a, c}, t, t2);
+    RedirectNeighbor(m_aTri, s2, {c, b}, t, t1);
     nTriCount += 2;
 
     Optimization(t, 0);
@@ -99,7 +99,7 @@ void CTin::DivideTriOnSide(int nVt, int& nTriCount, int nTri, int nSide)
     m_aTri[t] = MakeTriangle(nVt, v2, v0, u, t1, s0);
     m_aTri[t].m_bSelect = old.m_bSelect;
     m_aTri[t1] = MakeTriangle(nVt, v1, v2, t, u < 0 ? -1 : t3, s2);
-    RedirectNeighbor(m_aTri, s2, t, t1);
+    RedirectNeighbor(m_aTri, s2, {v2, v1}, t, t1);
     if (u < 0) {
         nTriCount += 1;
         Optimization(t, 0);
@@ -107,7 +107,7 @@ void CTin::DivideTriOnSide(int nVt, int& nTriCount, int nTri, int nSide)
         return;
     }
     const CTriangle other = m_aTri[u];
-    const int j0 = SlotOfNeighbor(other, t);
+    const int j0 = SlotOfNeighbor(other, t, {v1, v0});
     if (j0 < 0) {
         return;   // u does not link back: only a damaged mesh gets here
     }
@@ -116,7 +116,7 @@ void CTin::DivideTriOnSide(int nVt, int& nTriCount, int nTri, int nSide)
     m_aTri[u] = MakeTriangle(nVt, w0, w1, t3, t, other.m_nNeighbor[j1]);
     m_aTri[u].m_bSelect = other.m_bSelect;
     m_aTri[t3] = MakeTriangle(nVt, w1, w2, t1, u, other.m_nNeighbor[j2]);
-    RedirectNeighbor(m_aTri, other.m_nNeighbor[j2], u, t3);
+    RedirectNeighbor(m_aTri, other.m_nNeighbor[j2], {w2, w1}, u, t3);
     nTriCount += 2;
 
     Optimization(t, 0);
