@@ -36,7 +36,7 @@ missing_of() {
 # need <tool>...: installs what is missing with apt-get; where that cannot work, says what to install and
 # ends the script.
 need() {
-    local tool as_root=() packages=() missing
+    local tool as_root=() packages=() missing log
     mapfile -t missing < <(missing_of "$@")
     ((${#missing[@]})) || return 0
     for tool in "${missing[@]}"; do
@@ -51,12 +51,17 @@ need() {
         exit 1
     fi
     echo "Installing ${packages[*]}"
-    if ! { "${as_root[@]}" apt-get update -qq &&
-        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
-            "${packages[@]}"; } >/dev/null; then
+    log=$(mktemp)
+    # A package list that cannot be brought up to date need not be one of those wanted here.
+    "${as_root[@]}" apt-get update >"$log" 2>&1 || true
+    if ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends \
+        "${packages[@]}" >>"$log" 2>&1; then
+        tail -n 20 "$log" >&2
+        rm -f "$log"
         echo "$0: apt-get could not install ${packages[*]}; install them by hand and run this again." >&2
         exit 1
     fi
+    rm -f "$log"
     mapfile -t missing < <(missing_of "$@")
     if ((${#missing[@]})); then
         echo "$0: still not found: ${missing[*]}; install them by hand and run this again." >&2
