@@ -6,7 +6,10 @@ set(QSV_SOURCES
   base/rotation.cpp
   base/sort_key.cpp
   base/xyz.cpp
+  tin/internal/ear_cutting.cpp
+  tin/internal/edge_ring.cpp
   tin/internal/edge_swap.cpp
+  tin/internal/edge_uses.cpp
   tin/internal/lines.cpp
   tin/internal/mesh_links.cpp
   tin/internal/mesh_walk.cpp
@@ -25,14 +28,21 @@ set(QSV_SOURCES
   tin/tin_model/outline.cpp
   tin/tin_model/split.cpp
   tin/tin_model/topology.cpp
+  tin/tin_edit/boundary.cpp
   tin/tin_edit/breakline.cpp
+  tin/tin_edit/delete_vertex.cpp
+  tin/tin_edit/polygon.cpp
+  tin/tin_edit/rebuild.cpp
   tin/tin_edit/shape.cpp
+  tin/tin_edit/surround.cpp
   tin/tin_edit/trim.cpp
   tin/tin_edit/vertex_steps.cpp
   tin/tin_query/containment.cpp
   tin/tin_query/height.cpp
+  tin/tin_query/insert_point.cpp
   tin/tin_query/measure.cpp
   tin/tin_query/nearest.cpp
+  tin/tin_query/walls.cpp
   tin/tin_file/byte_codec.cpp
   tin/tin_file/collection_file.cpp
   tin/tin_file/mesh_section.cpp

@@ -1,0 +1,356 @@
+#include <algorithm>
+#include <cmath>
+
+#include "tin/internal/edge_ring.h"
+#include "tin/internal/edge_swap.h"
+#include "tin/internal/mesh.h"
+#include "tin/internal/mesh_links.h"
+#include "tin/internal/slots.h"
+#include "tin/tin.h"
+
+using namespace qsv;
+
+void CTin::SetRotForNV_Z(CXYZ& n, CRot& rot)
+{
+    CWPK wpk;
+    wpk.w = -std::atan2(std::sqrt(n.x * n.x + n.y * n.y), n.z);
+    wpk.p = -std::atan2(n.y, n.x);
+    rot.I();
+    rot.AddMatrix(ROT_ABOUT_Z, wpk);   // n into the plane of x and z
+    rot.AddMatrix(ROT_ABOUT_Y, wpk);   // and from there onto z
+}
+
+namespace {
+
+// What m_bSelect tells of a triangle while a vertex is deleted.
+enum Mark {
+    kUnmarked = 0,
+    kFan = 1,      // uses the vertex
+    kBeside = 2,   // borders the fan
+    kFill = 3      // made to fill the hole
+};
+
+void ClearMarks(CTin& tin)
+{
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        tin.m_aTri[t].m_bSelect = kUnmarked;
+    }
+    for (int i = 0; i < tin.m_aVertex.GetSize(); ++i) {
+        tin.m_aVertex[i].m_nMark = 0;
+    }
+}
+
+struct VertexFan {
+    CArray<DirectedEdge> aOpposite;   // the edge of each triangle that faces the vertex
+    bool bAtOutside = false;          // an edge that touches the vertex lies outside
+};
+
+VertexFan MarkFan(CTin& tin, int nVt)
+{
+    VertexFan fan;
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        CTriangle& tri = tin.m_aTri[t];
+        const int nSlot = SlotOfVertex(tri, nVt);
+        if (nSlot < 0) {
+            continue;
+        }
+        tri.m_bSelect = kFan;
+        for (int k = 0; k < 3; ++k) {
+            const int nNeighbor = NeighborAt(tin.m_aTri, t, k);
+            if (nNeighbor >= 0 && tin.m_aTri[nNeighbor].m_bSelect != kFan) {
+                tin.m_aTri[nNeighbor].m_bSelect = kBeside;
+            }
+            fan.bAtOutside = fan.bAtOutside || (nNeighbor < 0 && k != NeighborSlotOpposite(nSlot));
+        }
+        fan.aOpposite.Add({tri.m_nVertex[NextSlot(nSlot)], tri.m_nVertex[PrevSlot(nSlot)]});
+    }
+    return fan;
+}
+
+// Mean normal of the triangles with a mark that have one. Returns false, leaving the normal, without any.
+bool MeanNormal(CTin& tin, Mark eMark, CXYZ& normal)
+{
+    CXYZ sum;
+    int nCount = 0;
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        CXYZ n;
+        if (tin.m_aTri[t].m_bSelect == eMark && tin.GetNVec(t, n) && std::isfinite(n.x) &&
+            std::isfinite(n.y) && std::isfinite(n.z)) {
+            sum += n;
+            ++nCount;
+        }
+    }
+    if (nCount == 0) {
+        return false;
+    }
+    sum /= nCount;
+    normal = sum;
+    return true;
+}
+
+// Mean normal of the triangles beside the fan; of the fan itself where it stands alone; else straight up.
+CXYZ NormalOfSurroundings(CTin& tin)
+{
+    CXYZ normal(0.0, 0.0, 1.0);
+    if (!MeanNormal(tin, kBeside, normal)) {
+        MeanNormal(tin, kFan, normal);
+    }
+    return normal;
+}
+
+void RotateAll(CArray<CXYZ>& aVertex, const CRot& rot)
+{
+    for (int i = 0; i < aVertex.GetSize(); ++i) {
+        rot.Rotate(aVertex[i], aVertex[i]);
+    }
+}
+
+void TurnBack(CArray<CXYZ>& aVertex, CRot rot)
+{
+    rot.T();
+    RotateAll(aVertex, rot);
+}
+
+// A TIN of the ring's vertices as they lie in the turned frame, with the ring as its boundary.
+CTin TurnedRing(const CTin& tin, const CArray<int>& aRing, const CRot& rot)
+{
+    CTin hole;
+    for (int i = 0; i < aRing.GetSize(); ++i) {
+        hole.m_aVertex.Add(VertexAt(tin.m_aVertex, aRing[i]));
+        hole.m_aBoundary.Add(i);
+    }
+    RotateAll(hole.m_aVertex, rot);
+    return hole;
+}
+
+// An outer edge of a triangle, across its neighbour slot nSlot.
+struct OpenEdge {
+    DirectedEdge edge;
+    int nTri;
+    int nSlot;
+};
+
+bool StandsBefore(const OpenEdge& a, const OpenEdge& b)
+{
+    if (a.edge.nFrom != b.edge.nFrom) {
+        return a.edge.nFrom < b.edge.nFrom;
+    }
+    if (a.edge.nTo != b.edge.nTo) {
+        return a.edge.nTo < b.edge.nTo;
+    }
+    return a.nTri != b.nTri ? a.nTri < b.nTri : a.nSlot < b.nSlot;
+}
+
+// All edges of the triangles beside the fan, sorted by their vertices.
+CArray<OpenEdge> EdgesBeside(const CArray<CTriangle>& aTri)
+{
+    CArray<OpenEdge> aEdge;
+    for (int t = 0; t < aTri.GetSize(); ++t) {
+        for (int k = 0; k < 3 && aTri[t].m_bSelect == kBeside; ++k) {
+            aEdge.Add({{aTri[t].m_nVertex[PrevSlot(k)], aTri[t].m_nVertex[k]}, t, k});
+        }
+    }
+    std::sort(aEdge.GetData(), aEdge.GetData() + aEdge.GetSize(), StandsBefore);
+    return aEdge;
+}
+
+// Links slot nSlot of triangle nTri, of the filling, to the first triangle beside the fan that holds the
+// same edge in the other direction, and that one back to it.
+void LinkToSurroundings(CArray<CTriangle>& aTri, const CArray<OpenEdge>& aBeside, int nTri, int nSlot)
+{
+    const OpenEdge reverse = {{aTri[nTri].m_nVertex[nSlot], aTri[nTri].m_nVertex[PrevSlot(nSlot)]}, -1, -1};
+    const OpenEdge* const pEnd = aBeside.GetData() + aBeside.GetSize();
+    const OpenEdge* const pFound = std::lower_bound(aBeside.GetData(), pEnd, reverse, StandsBefore);
+    if (pFound != pEnd && pFound->edge.nFrom == reverse.edge.nFrom && pFound->edge.nTo == reverse.edge.nTo) {
+        aTri[nTri].m_nNeighbor[nSlot] = pFound->nTri;
+        aTri[pFound->nTri].m_nNeighbor[pFound->nSlot] = nTri;
+    }
+}
+
+void StitchFill(CTin& tin, const CTin& fill, const CArray<int>& aRing)
+{
+    const int nFirst = tin.m_aTri.GetSize();
+    const CArray<OpenEdge> aBeside = EdgesBeside(tin.m_aTri);
+    for (int t = 0; t < fill.m_aTri.GetSize(); ++t) {
+        CTriangle tri = fill.m_aTri[t];
+        for (int k = 0; k < 3; ++k) {
+            tri.m_nVertex[k] = aRing[tri.m_nVertex[k]];
+            tri.m_nNeighbor[k] += tri.m_nNeighbor[k] >= 0 ? nFirst : 0;
+        }
+        tri.m_bSelect = kFill;
+        tin.m_aTri.Add(tri);
+    }
+    for (int t = nFirst; t < tin.m_aTri.GetSize(); ++t) {
+        for (int k = 0; k < 3; ++k) {
+            if (tin.m_aTri[t].m_nNeighbor[k] < 0) {
+                LinkToSurroundings(tin.m_aTri, aBeside, t, k);
+            }
+        }
+    }
+}
+
+// For every triangle, and the end, how many of those before it belong to the fan.
+CArray<int> CountFanBefore(const CArray<CTriangle>& aTri)
+{
+    CArray<int> aBefore;
+    aBefore.SetSize(aTri.GetSize() + 1, -1);
+    for (int t = 0; t < aTri.GetSize(); ++t) {
+        aBefore[t + 1] = aBefore[t] + (aTri[t].m_bSelect == kFan ? 1 : 0);
+    }
+    return aBefore;
+}
+
+template <class TYPE>
+void RemoveFlagged(CArray<TYPE>& aElement, const CArray<char>& aGone)
+{
+    int nKept = 0;
+    for (int i = 0; i < aElement.GetSize(); ++i) {
+        if (!aGone[i]) {
+            aElement[nKept++] = aElement[i];
+        }
+    }
+    aElement.SetSize(nKept, -1);
+}
+
+// A normal goes with each triangle that is deleted while there are as many normals as triangles. Where the
+// filling made the triangles more, the counts are equal again after nSpared deletions: from then on one
+// goes each time, from the place at which the deleted triangle then stands.
+void DropNormals(CTin& tin, const CArray<int>& aFanBefore)
+{
+    const int nTriangles = tin.m_aTri.GetSize(), nFan = aFanBefore[nTriangles];
+    const int nSpared = nTriangles - tin.m_aTriNormal.GetSize();
+    const int nLast =
+        nFan == nTriangles ? nFan - 2 : nFan - 1;   // the only triangle leaves its normal behind
+    CArray<char> aGone;
+    aGone.SetSize(tin.m_aTriNormal.GetSize(), -1);
+    for (int t = 0; t < nTriangles && nSpared >= 0; ++t) {
+        if (tin.m_aTri[t].m_bSelect == kFan && aFanBefore[t] >= nSpared && aFanBefore[t] <= nLast) {
+            aGone[t - nSpared] = 1;
+        }
+    }
+    RemoveFlagged(tin.m_aTriNormal, aGone);
+}
+
+// Deletes the fan: the same as DelTri for each of its triangles, in one pass.
+void DropFan(CTin& tin)
+{
+    const int nTriangles = tin.m_aTri.GetSize();
+    const CArray<int> aFanBefore = CountFanBefore(tin.m_aTri);
+    const int nFan = aFanBefore[nTriangles];
+    if (nFan == 0) {
+        return;
+    }
+    DropNormals(tin, aFanBefore);
+    if (nFan == nTriangles) {
+        tin.InitData();
+        return;
+    }
+    CArray<char> aGone;
+    aGone.SetSize(nTriangles, -1);
+    for (int t = 0; t < nTriangles; ++t) {
+        aGone[t] = tin.m_aTri[t].m_bSelect == kFan;
+        for (int& nNeighbor : tin.m_aTri[t].m_nNeighbor) {
+            if (nNeighbor >= nTriangles) {
+                nNeighbor -= nFan;
+            } else if (nNeighbor >= 0) {
+                nNeighbor = tin.m_aTri[nNeighbor].m_bSelect == kFan ? -1 : nNeighbor - aFanBefore[nNeighbor];
+            }
+        }
+    }
+    RemoveFlagged(tin.m_aTri, aGone);
+}
+
+void RemoveFromList(CArray<int>& aIndex, int nVt)
+{
+    int nKept = 0;
+    for (int i = 0; i < aIndex.GetSize(); ++i) {
+        if (aIndex[i] != nVt) {
+            aIndex[nKept++] = aIndex[i] > nVt ? aIndex[i] - 1 : aIndex[i];
+        }
+    }
+    aIndex.SetSize(nKept, -1);
+}
+
+void RemoveVertex(CTin& tin, int nVt)
+{
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        for (int& nCorner : tin.m_aTri[t].m_nVertex) {
+            nCorner -= nCorner >= nVt ? 1 : 0;
+        }
+    }
+    RemoveFromList(tin.m_aBoundary, nVt);
+    for (int i = 0; i < tin.m_aBreakLine.GetSize(); ++i) {
+        RemoveFromList(tin.m_aBreakLine[i].m_aVertexIndex, nVt);
+    }
+    if (IsIndexOf(tin.m_aVertex, nVt)) {
+        tin.m_aVertex.RemoveAt(nVt);
+    }
+}
+
+bool HasSurroundings(const CTin& tin)
+{
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        if (tin.m_aTri[t].m_bSelect != kUnmarked) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Makes the filling and what borders it Delaunay as seen along their mean normal. The vertices are put back
+// from a copy, so that not a bit of them changes.
+void RestoreDelaunay(CTin& tin, const CRot& rot)
+{
+    if (!HasSurroundings(tin)) {
+        return;
+    }
+    const CArray<CXYZ> aSaved = tin.m_aVertex;
+    RotateAll(tin.m_aVertex, rot);
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        if (tin.m_aTri[t].m_bSelect != kUnmarked) {
+            tin.m_aTri[t].m_bSelect = kUnmarked;
+            for (int k = 0; k < 3; ++k) {
+                LegalizeEdge({tin.m_aVertex, tin.m_aTri, tin.m_dEPS, tin.m_dEPS2}, t, k, tin.m_nOptimDepth);
+            }
+        }
+    }
+    tin.m_aVertex = aSaved;
+}
+
+bool FacesAway(const CXYZ& a, const CXYZ& b)
+{
+    return a.Inn(b) / (a.Len() * b.Len()) < 0.0;
+}
+
+}   // namespace
+
+int CTin::DelVertex(int nVt)
+{
+    ClearMarks(*this);
+    if (!IsIndexOf(m_aVertex, nVt)) {
+        return 1;
+    }
+    const VertexFan fan = MarkFan(*this, nVt);
+    const CArray<int> aRing = ChainIntoRing(fan.aOpposite);
+    CXYZ normal = NormalOfSurroundings(*this);
+    CRot rot;
+    SetRotForNV_Z(normal, rot);
+    if (aRing.GetSize() >= 3) {
+        CTin fill = TurnedRing(*this, aRing, rot);
+        CXYZ fillNormal;
+        const bool bFilled = fill.MakeTinForBoundary() != 0;
+        TurnBack(fill.m_aVertex, rot);
+        if (bFilled ? !MeanNormal(fill, kUnmarked, fillNormal) : !fan.bAtOutside) {
+            ClearMarks(*this);
+            return 0;
+        }
+        if (bFilled && !FacesAway(normal, fillNormal)) {
+            StitchFill(*this, fill, aRing);
+        }
+    }
+    DropFan(*this);
+    RemoveVertex(*this, nVt);
+    RestoreDelaunay(*this, rot);
+    ClearMarks(*this);
+    return 1;
+}
