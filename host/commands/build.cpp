@@ -11,6 +11,7 @@
 #include "host/terrain/prepare.h"
 #include "host/terrain/terrain.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -27,6 +28,7 @@ struct BuildOptions {
     std::vector<std::string> points;
     std::vector<std::string> breaklines;
     std::string order;
+    std::string title;
     double trimAngle = 0.0;
     double eps = 1e-6;
     bool skipBad = false;
@@ -110,18 +112,24 @@ SurveyData ReadSurvey(const BuildOptions& options)
     return survey;
 }
 
-// The names of the input files without their folders, for pictures.
-std::string TitleOf(const BuildOptions& options)
+// The names of the input files without their folders.
+std::string InputNames(const BuildOptions& options)
 {
-    std::string title;
+    std::string names;
     for (const std::vector<std::string>* const paths : {&options.points, &options.breaklines}) {
         for (const std::string& path : *paths) {
-            title += (title.empty() ? "" : ", ") + std::filesystem::path(path).filename().string();
+            names += (names.empty() ? "" : ", ") + std::filesystem::path(path).filename().string();
         }
     }
-    for (char& c : title) {
-        if (static_cast<unsigned char>(c) < 0x20) c = '?';
-    }
+    return names;
+}
+
+// One line, whatever a name holds: it also becomes a comment in text formats.
+std::string TitleOf(const BuildOptions& options)
+{
+    std::string title = options.title.empty() ? InputNames(options) : options.title;
+    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20; };
+    std::replace_if(title.begin(), title.end(), isControl, ' ');
     return title;
 }
 
@@ -171,6 +179,8 @@ void DeclareBuild(CLI::App& app)
         ->type_name("DEG");
     app.add_option("--eps", options->eps, "merge points that are this close in x and y (0.000001)")
         ->type_name("LENGTH");
+    app.add_option("--title", options->title, "title of pictures (the names of the files)")
+        ->type_name("TEXT");
     app.add_flag("--skip-bad", options->skipBad, "pass over lines that cannot be read, and list them");
     app.add_flag("--json", options->json, "report as JSON");
     app.add_option("-o,--output", options->outputs,

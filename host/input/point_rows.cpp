@@ -85,7 +85,10 @@ void PointRows::NoteComment(std::string_view line)
 
 PointRows::Row PointRows::Read(std::string_view line, Position& at, std::string& reason)
 {
-    if (!m_separator && IsHeading(line)) return Row::Heading;
+    if (!m_separator && !m_headingRead && IsHeading(line)) {
+        m_headingRead = true;
+        return Row::Heading;
+    }
     const Separator separator = m_separator ? *m_separator : DetectSeparator(line);
     SplitFields(line, separator, m_fields);
     if (!m_order && !FindColumns(reason)) return Row::Bad;
@@ -101,8 +104,8 @@ PointRows::Row PointRows::Read(std::string_view line, Position& at, std::string&
     return Row::Point;
 }
 
-// A heading stands in front of all data: it names the columns or, when those are known already, has no
-// number where a coordinate must be.
+// A heading stands once, in front of all data: it names the columns or, when those are known already, has
+// no number where a coordinate must be.
 bool PointRows::IsHeading(std::string_view line)
 {
     for (const Separator separator : kSeparators) {

@@ -42,6 +42,7 @@ private:
 
     std::optional<ColumnOrder> m_order;
     std::optional<Separator> m_separator;
+    bool m_headingRead = false;
     std::string m_comment;
     std::string m_columns;
     std::vector<std::string_view> m_fields;

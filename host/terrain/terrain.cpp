@@ -85,15 +85,6 @@ CTin TriangulateWithLines(const PreparedSurvey& survey, double eps)
     return again;
 }
 
-void Trim(CTin& tin, double degrees)
-{
-    constexpr double kRadiansPerDegree = 3.14159265358979323846 / 180.0;
-    tin.DelTriWithAngle(degrees * kRadiansPerDegree, 1);
-    if (tin.GetTriSize() == 0) {
-        throw Failure("--trim-angle cuts off every triangle; use a smaller angle");
-    }
-}
-
 std::vector<Source> FindUnused(const CTin& tin, const std::vector<Source>& sources)
 {
     std::vector<bool> used(static_cast<std::size_t>(tin.m_aVertex.GetSize()));
@@ -113,9 +104,11 @@ std::vector<Source> FindUnused(const CTin& tin, const std::vector<Source>& sourc
 
 Terrain BuildTerrain(const PreparedSurvey& survey, double eps, double trimDegrees)
 {
+    constexpr double kRadiansPerDegree = 3.14159265358979323846 / 180.0;
     // The TIN is made in place: assigning one would drop its tolerances.
     Terrain terrain{TriangulateWithLines(survey, eps), survey.origin, survey.lines, {}, {}, {}};
-    if (trimDegrees > 0.0) Trim(terrain.tin, trimDegrees);
+    // Corners stay, so that something is always left.
+    if (trimDegrees > 0.0) terrain.tin.DelTriWithAngle(trimDegrees * kRadiansPerDegree, 1);
     terrain.tin.UpdateNormal();
     return terrain;
 }

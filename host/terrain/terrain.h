@@ -30,7 +30,7 @@ struct Terrain {
 /// around. When that happens, the terrain is built once more with each missing segment as a line of its own.
 /// @param eps          plan tolerance, as CTin::SetEPS
 /// @param trimDegrees  outer triangles with a plan angle of at most this at the outer edge go; 0: none
-/// @throws Failure when the library finds no surface, or trimming leaves none
+/// @throws Failure when the library finds no surface
 Terrain BuildTerrain(const PreparedSurvey& survey, double eps, double trimDegrees);
 
 /// Follows every breakline segment along the edges, finds the places where breaklines cross, and looks every

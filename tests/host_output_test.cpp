@@ -1,0 +1,280 @@
+#include "host/failure.h"
+#include "host/output/page_layout.h"
+#include "host/output/relief.h"
+#include "host/output/round_steps.h"
+#include "host/output/safe_file.h"
+#include "host/output/writers.h"
+#include "tests/support/scratch_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <sstream>
+
+namespace {
+
+using namespace qsvtin;
+namespace fs = std::filesystem;
+
+using SafeFileTest = ScratchFolder;
+
+TEST_F(SafeFileTest, ReplacesTheTargetOnlyWhenItIsWhole)
+{
+    Put("target", "old");
+    fs::permissions(Path("target"), fs::perms::owner_read | fs::perms::owner_write);
+    {
+        SafeFile file(Path("target"));
+        file.Write("new");
+        file.Finish();
+        EXPECT_EQ(Get("target"), "old");
+    }
+    EXPECT_EQ(Get("target"), "old");
+    EXPECT_EQ(Count(), 1) << "what was written is gone";
+
+    SafeFile file(Path("target"));
+    SafeFile other(Path("target"));
+    file.Write("new");
+    other.Write("other");
+    file.Finish();
+    file.TakePlace();
+    EXPECT_EQ(Get("target"), "new");
+    EXPECT_EQ(fs::status(Path("target")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(SafeFileTest, WritesThroughLinksAndDevices)
+{
+    Put("real", "old");
+    fs::create_symlink("real", Path("link"));
+    fs::create_symlink("/dev/full", Path("full"));
+    SafeFile file(Path("link"));
+    file.Write("new");
+    file.Finish();
+    file.TakePlace();
+    EXPECT_TRUE(fs::is_symlink(Path("link")));
+    EXPECT_EQ(Get("real"), "new");
+
+    SafeFile full(Path("full"));
+    EXPECT_THROW(
+        {
+            full.Write("x");
+            full.Finish();
+        },
+        Failure);
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+TEST_F(SafeFileTest, FindsImpossibleTargetsBeforehand)
+{
+    Put("file", "");
+    EXPECT_NO_THROW(CheckTarget(Path("new")));
+    EXPECT_NO_THROW(CheckTarget(Path("file")));
+    EXPECT_THROW(CheckTarget(Path("missing/new")), Failure);
+    EXPECT_THROW(CheckTarget(Path("")), Failure) << "the folder itself";
+    EXPECT_THROW(CheckTarget(Path("file/new")), Failure);
+}
+
+// Two triangles: a square of 10 on the plane z = x, in a survey far from zero.
+Terrain Square()
+{
+    Terrain terrain;
+    terrain.origin = {21530000.0, 6783000.0};
+    const double aPoint[][2] = {{0.1, 0.2}, {10.1, 0.2}, {10.1, 10.2}, {0.1, 10.2}};
+    for (const auto& p : aPoint) {
+        terrain.tin.AddPoint(p[0], p[1], p[0]);
+    }
+    EXPECT_EQ(terrain.tin.CreateTin(0.0), 1);
+    terrain.lines.push_back({{0, 1, 2}, {1, 2, 3}, true});
+    return terrain;
+}
+
+using WritersTest = ScratchFolder;
+
+TEST_F(WritersTest, ObjGivesBackEveryCoordinate)
+{
+    WriteAll(Square(), "a square", {Path("square.obj")});
+    std::istringstream lines(Get("square.obj"));
+    std::string line;
+    std::getline(lines, line);
+    EXPECT_EQ(line, "# qsvtin: a square");
+    std::getline(lines, line);
+    EXPECT_EQ(line, "v 21530000.1 6783000.2 0.1");
+    std::vector<std::string> faces, polylines;
+    while (std::getline(lines, line)) {
+        if (line[0] == 'f') faces.push_back(line);
+        if (line[0] == 'l') polylines.push_back(line);
+    }
+    EXPECT_EQ(faces.size(), 2u);
+    EXPECT_EQ(polylines, std::vector<std::string>{"l 1 2 3 1"});
+}
+
+TEST_F(WritersTest, WriteAllOrNothing)
+{
+    Put("a.obj", "old");
+    fs::create_symlink(Path("missing/b.png"), Path("b.png"));
+    EXPECT_THROW(WriteAll(Square(), "", {Path("a.obj"), Path("missing/b.png")}), Failure);
+    EXPECT_EQ(Get("a.obj"), "old");
+    EXPECT_EQ(Count(), 2);
+
+    WriteAll(Square(), "", {Path("a.obj"), Path("c.PNG"), Path("d.svg"), Path("e.pdf")});
+    EXPECT_EQ(Get("a.obj").substr(0, 1), "#");
+    EXPECT_EQ(Get("c.PNG").substr(1, 3), "PNG");
+    EXPECT_NE(Get("d.svg").find("</svg>"), std::string::npos);
+    EXPECT_EQ(Get("e.pdf").substr(0, 5), "%PDF-");
+    EXPECT_EQ(Count(), 5);
+    EXPECT_THROW(WriterFor("noextension"), Failure);
+    EXPECT_THROW(WriterFor("plan.dwg"), Failure);
+}
+
+// n x n points on a bumpy surface, 100 wide.
+Terrain Bumps(int n)
+{
+    Terrain terrain;
+    terrain.tin.BeginAddPoint(n * n);
+    for (int i = 0; i < n * n; ++i) {
+        const double x = 100.0 * (i % n) / (n - 1), y = 100.0 * (i / n) / (n - 1);
+        terrain.tin.AddPoint2(x, y, std::sin(0.1 * x) * std::cos(0.1 * y));
+    }
+    terrain.tin.EndAddPoint();
+    EXPECT_EQ(terrain.tin.CreateTin(0.0), 1);
+    terrain.tin.UpdateNormal();
+    return terrain;
+}
+
+TEST_F(WritersTest, PlanShowsLinesWhereThereAreSomeAndEdgesWhereTheyCanBeToldApart)
+{
+    const auto strokes = [&](const Terrain& terrain) {
+        WriteAll(terrain, "", {Path("plan.svg")});
+        const std::string svg = Get("plan.svg");
+        std::size_t count = 0;
+        for (std::size_t at = svg.find("M "); at != std::string::npos; at = svg.find("M ", at + 1)) ++count;
+        return count;
+    };
+    const std::size_t coarse = strokes(Bumps(20)), fine = strokes(Bumps(200));
+    EXPECT_GT(coarse, 3u * 19u * 19u) << "two triangles a square have three edges of their own";
+    EXPECT_LT(fine, 2000u) << "of 118,000 edges only the outline is left";
+
+    const std::string breaklineColour = "stroke:rgb(72%,5%,22%)", crossingColour = "fill:rgb(100%,86%,10%)";
+    Terrain terrain = Bumps(20);
+    strokes(terrain);
+    EXPECT_EQ(Get("plan.svg").find(breaklineColour), std::string::npos);
+    EXPECT_EQ(Get("plan.svg").find(crossingColour), std::string::npos);
+    terrain.lines.push_back({{0, 21, 42}, {1, 2, 3}, false});
+    terrain.crossings.push_back({5.0, 5.0, {}});
+    strokes(terrain);
+    EXPECT_NE(Get("plan.svg").find(breaklineColour), std::string::npos);
+    EXPECT_NE(Get("plan.svg").find(crossingColour), std::string::npos);
+}
+
+TEST(PlanView, ExaggeratesGentleGroundOnly)
+{
+    const double aCase[][2] = {{2.0, 1.0}, {0.5, 1.0}, {0.25, 2.0}, {0.1, 5.0}, {0.001, 10.0}, {0.0, 10.0}};
+    for (const auto& c : aCase) {
+        PlanView view;
+        view.vertices = {{0, 0, 0}, {10, 0, 6 * c[0]}, {0, 10, 8 * c[0]}};   // rises by c[0] along (0.6, 0.8)
+        view.triangles = {{0, 1, 2}};
+        EXPECT_NEAR(GradientOf(view, 0).x, 0.6 * c[0], 1e-12);
+        EXPECT_NEAR(GradientOf(view, 0).y, 0.8 * c[0], 1e-12);
+        EXPECT_EQ(HeightExaggeration(view), c[1]) << c[0];
+    }
+}
+
+TEST(RoundSteps, AreOneTwoFive)
+{
+    const double aCase[][2] = {{1.0, 1.0},   {1.1, 2.0},      {2.0, 2.0}, {3.0, 5.0},         {6.0, 10.0},
+                               {0.03, 0.05}, {700.0, 1000.0}, {0.0, 1.0}, {std::nan(""), 1.0}};
+    for (const auto& c : aCase) {
+        EXPECT_DOUBLE_EQ(RoundStepAtLeast(c[0]), c[1]) << c[0];
+    }
+    EXPECT_EQ(MultiplesBetween(-0.3, 0.7, 0.5), (std::vector<double>{0.0, 0.5}));
+    EXPECT_EQ(MultiplesBetween(10.0, 30.0, 10.0), (std::vector<double>{10.0, 20.0, 30.0}))
+        << "both ends count";
+    EXPECT_EQ(WithDecimalsOf(0.05, 0.1), "0.10");
+    EXPECT_EQ(WithDecimalsOf(200.0, 21530200.0), "21530200");
+    EXPECT_EQ(WithDecimalsOf(1.0, -0.0), "0");
+}
+
+TEST(PageLayout, ShowsTheWholeTerrainInsideTheMap)
+{
+    for (const auto& [width, height] :
+         {std::pair{1000.0, 500.0}, {500.0, 1000.0}, {1e6, 1.0}, {1e-3, 1e-3}}) {
+        for (const bool wholePage : {false, true}) {
+            PlanView view;
+            view.high = {width, height, 1.0};
+            const PageLayout page = LayOutPage(view, wholePage);
+            EXPECT_GT(page.toPage.X(0.0), page.map.left);
+            EXPECT_LT(page.toPage.X(width), page.map.Right());
+            EXPECT_GT(page.toPage.Y(height), page.map.top);
+            EXPECT_LT(page.toPage.Y(0.0), page.map.Bottom());
+            EXPECT_LE(page.legend.Right(), page.width);
+            EXPECT_LE(page.footer.Bottom(), page.height);
+            EXPECT_LE(page.width, 842.0 + 1e-9);
+            EXPECT_LE(page.height, 842.0 + 1e-9);
+        }
+    }
+}
+
+// A fan of slivers around a place that lies on no sample: every pixel inside the square belongs to exactly one
+// triangle at each of its samples, and those outside to none.
+TEST(Relief, HasNoSeamsAndNoOverlaps)
+{
+    constexpr int kAround = 157, kSize = 64;
+    PlanView view;
+    view.vertices.push_back({20.37, 33.71, 5.0});
+    for (int i = 0; i < kAround; ++i) {
+        const double t = 4.0 * i / kAround;   // once around a square from (8, 8) to (56, 56)
+        const double along = 48.0 * (t - std::floor(t));
+        const Position aCorner[] = {
+            {8 + along, 8, 0}, {56, 8 + along, 3}, {56 - along, 56, 0}, {8, 56 - along, 3}};
+        view.vertices.push_back(aCorner[static_cast<int>(t)]);
+    }
+    // The corners are part of the ring only when i * 4 / kAround is whole; put them in.
+    std::vector<Position> ring;
+    for (std::size_t i = 1; i < view.vertices.size(); ++i) {
+        const Position& p = view.vertices[i];
+        const Position& q = view.vertices[i + 1 < view.vertices.size() ? i + 1 : 1];
+        ring.push_back(p);
+        if (p.x != q.x && p.y != q.y) ring.push_back({p.x > 32 ? 56.0 : 8.0, q.y > 32 ? 56.0 : 8.0, 1.0});
+    }
+    view.vertices.resize(1);
+    view.vertices.insert(view.vertices.end(), ring.begin(), ring.end());
+    for (int i = 1; i <= static_cast<int>(ring.size()); ++i) {
+        view.triangles.push_back({0, i, i < static_cast<int>(ring.size()) ? i + 1 : 1});
+    }
+    view.gradients.resize(view.vertices.size());
+    view.low.z = 0.0;
+    view.high.z = 5.0;
+    const Relief relief = DrawRelief(view, {0.0, 64.0, 1.0}, kSize, kSize, 1.0);
+    for (int row = 0; row < kSize; ++row) {
+        for (int column = 0; column < kSize; ++column) {
+            const std::uint32_t alpha = relief.pixels[static_cast<std::size_t>(row * kSize + column)] >> 24;
+            const bool inside = row >= 8 && row < 56 && column >= 8 && column < 56;
+            ASSERT_EQ(alpha, inside ? 255u : 0u) << row << " " << column;
+        }
+    }
+}
+
+// A pyramid: of its four sides the north-western one is the brightest and the south-eastern one the darkest.
+TEST(Relief, IsLitFromTheNorthWest)
+{
+    PlanView view;
+    view.vertices = {{0, 0, 0}, {40, 0, 0}, {40, 40, 0}, {0, 40, 0}, {20, 20, 10}};
+    view.triangles = {{0, 1, 4}, {1, 2, 4}, {2, 3, 4}, {3, 0, 4}};
+    for (const Position& p : view.vertices) {
+        view.gradients.push_back({0.02 * (20 - p.x), 0.02 * (20 - p.y)});
+    }
+    view.low.z = -1e6;   // one tint everywhere
+    view.high.z = 1e6;
+    const Relief relief = DrawRelief(view, {0.0, 40.0, 1.0}, 40, 40, 1.0);
+    const auto brightness = [&](std::size_t column, std::size_t row) {
+        const std::uint32_t pixel = relief.pixels[row * 40 + column];
+        return (pixel >> 16 & 255) + (pixel >> 8 & 255) + (pixel & 255);
+    };
+    const std::uint32_t north = brightness(20, 10), west = brightness(10, 20), south = brightness(20, 30),
+                        east = brightness(30, 20);
+    EXPECT_EQ(north, west);
+    EXPECT_EQ(south, east);
+    EXPECT_GT(north, south + 60);
+}
+
+}   // namespace

@@ -1,0 +1,190 @@
+// The program as its users meet it: a process with arguments, files, two streams and an exit status.
+
+#include "tests/support/scratch_folder.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Result {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+class Program : public ScratchFolder
+{
+protected:
+    Program()
+    {
+        Put("hill.txt", "0 0 1\n10 0 1\n10 10 1\n0 10 1\n5 5 9\n");
+        Put("wall.txt", "# wall\n1 1 4\n9 1 4\n");
+    }
+
+    // Runs it in the folder, through a shell.
+    Result Run(const std::string& arguments, const std::string& output = "stdout.log") const
+    {
+        const std::string command = "cd '" + m_folder.string() + "' && '" QSVTIN_PROGRAM "' " + arguments +
+                                    " >" + output + " 2>stderr.log";
+        const int ended = std::system(command.c_str());
+        return {WIFEXITED(ended) ? WEXITSTATUS(ended) : -1, Get("stdout.log"), Get("stderr.log")};
+    }
+};
+
+TEST_F(Program, RefusesNonsenseInOneLineAndLeavesFilesAlone)
+{
+    Put("kept.obj", "kept");
+    Put("empty.txt", "");
+    Put("prose.txt", "It was a dark night.\nThe theodolite stood alone.\n");
+    Put("nan.txt", "0 0 nan\n1 0 1\n0 1 1\n");
+    Put("typo.txt", "0 0 1\n1 0 1\n0 l 1\n");
+    Put("one.txt", "1 2 3\n");
+    Put("row.txt", "0 0 0\n1 1 1\n2 2 2\n3 3 3\n");
+    Put("zeros.txt", std::string(1000, '\0'));
+    Put("numbered.txt", "P1 0 0 1\nP2 1 0 1\nP3 0 1 1\n");
+    fs::create_directory(m_folder / "folder");
+    fs::create_symlink("/dev/full", m_folder / "full.obj");
+    const struct {
+        const char* arguments;
+        int status;
+        const char* message;   // a part of it
+    } aCase[] = {
+        {"build empty.txt -o kept.obj", 1, "empty.txt: no points in it"},
+        {"build prose.txt -o kept.obj", 1, "prose.txt:1: \"It\" is not a number"},
+        {"build prose.txt --skip-bad -o kept.obj", 1, "prose.txt:1: \"It\" is not a number"},
+        {"build nan.txt -o kept.obj", 1,
+         "nan.txt:1: \"nan\" is not a finite number; fix the line or pass --skip-bad"},
+        {"build typo.txt -o kept.obj", 1,
+         "typo.txt:3: \"l\" is not a number; fix the line or pass --skip-bad"},
+        {"build one.txt -o kept.obj", 1, "only 1 different point"},
+        {"build row.txt -o kept.obj", 1, "lie on one line"},
+        {"build zeros.txt -o kept.obj", 1, "not a text file"},
+        {"build numbered.txt -o kept.obj", 1, "see --order"},
+        {"build folder -o kept.obj", 1, "folder is a directory"},
+        {"build missing.txt -o kept.obj", 1, "cannot read missing.txt"},
+        {"build hill.txt --breaklines missing.txt -o kept.obj", 1, "cannot read missing.txt"},
+        {"build hill.txt missing.txt -o kept.obj", 1, "cannot read missing.txt"},
+        {"build hill.txt -o kept.obj -o full.obj", 1, "cannot write full.obj"},
+        {"build hill.txt -o kept.obj -o folder/missing/x.png", 1, "folder/missing"},
+        {"build hill.txt -o kept.obj -o x.dwg", 2, "x.dwg"},
+        {"build kept.obj -o kept.obj", 2, "overwrite"},
+        {"build hill.txt", 2, "--output is required"},
+        {"build -o kept.obj", 2, "no input"},
+        {"build hill.txt -o kept.obj --eps 0", 2, "--eps"},
+        {"build hill.txt -o kept.obj --eps nan", 2, "--eps"},
+        {"build hill.txt -o kept.obj --trim-angle -3", 2, "--trim-angle"},
+        {"build hill.txt -o kept.obj --trim-angle nan", 2, "--trim-angle"},
+        {"build hill.txt -o kept.obj --order zzz", 2, "--order zzz"},
+        {"build hill.txt -o kept.obj --frobnicate", 2, "--frobnicate"},
+        {"", 2, "--help"},
+        {"frobnicate", 2, "--help"},
+    };
+    for (const auto& c : aCase) {
+        SCOPED_TRACE(c.arguments);
+        const Result result = Run(c.arguments);
+        EXPECT_EQ(result.status, c.status);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err.rfind("qsvtin: ", 0), 0u) << result.err;
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+        EXPECT_NE(result.err.find(c.message), std::string::npos) << result.err;
+        EXPECT_EQ(Get("kept.obj"), "kept");
+    }
+    // What was put there, and the two logs: nothing half-written stays behind.
+    EXPECT_EQ(Count(), 15);
+}
+
+TEST_F(Program, ReportsForPrograms)
+{
+    Put("more.txt", "10 0 1\n5 5 8\n");
+    const Result result = Run("build hill.txt more.txt --breaklines wall.txt --json -o hill.png -o hill.obj");
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.err, "");
+    const auto report = nlohmann::json::parse(result.out);
+    EXPECT_EQ(report["points_read"], 7);
+    EXPECT_EQ(report["points_merged"], 2);
+    EXPECT_EQ(report["points_rejected"], 0);
+    EXPECT_EQ(report["points_unused"], 0);
+    EXPECT_EQ(report["breaklines"], 1);
+    EXPECT_EQ(report["segments"], 1);
+    EXPECT_EQ(report["segments_enforced"], 1);
+    EXPECT_EQ(report["crossings"], nlohmann::json::array());
+    EXPECT_EQ(report["hull"], 4);
+    EXPECT_EQ(report["range"]["z"], nlohmann::json({1.0, 9.0}));
+    EXPECT_EQ(report["height_conflicts"][0]["dropped"], 8.0);
+    EXPECT_DOUBLE_EQ(report["plan_area"].get<double>(), 100.0);
+    EXPECT_GT(report["surface_area"].get<double>(), 100.0);
+    EXPECT_GE(report["seconds"]["total"].get<double>(), report["seconds"]["write"].get<double>());
+    // The mesh in the file is the one reported: Euler for a disc, 2n - 2 - h with h vertices on the outline.
+    const std::string obj = Get("hill.obj");
+    const auto countLines = [&](const std::string& start) {
+        int count = 0;
+        for (std::size_t at = obj.find(start); at != std::string::npos; at = obj.find(start, at + 1)) ++count;
+        return count;
+    };
+    EXPECT_EQ(countLines("\nv "), report["vertices"]);
+    EXPECT_EQ(countLines("\nf "), report["triangles"]);
+    EXPECT_EQ(report["triangles"].get<int>(), 2 * report["vertices"].get<int>() - 2 - 4);
+}
+
+TEST_F(Program, ReportsForPeople)
+{
+    Put("bad.txt", "0 0 1\n10 0 1\nfive 5 9\n10 10 1\n0 10 1\n");
+    Put("cross.txt", "# one\n2 2 3\n8 8 3\n\n# two\n2 8 5\n8 2 5\n");
+    const Result result = Run("build bad.txt --skip-bad --breaklines cross.txt -o hill.svg");
+    ASSERT_EQ(result.status, 0) << result.err;
+    for (const char* const line : {
+             "columns             x y z (assumed; --order to change)\n",
+             "points read         4\n",
+             "points rejected     1\n    bad.txt:3: \"five\" is not a number\n",
+             "segments enforced   2 of 2\n",
+             "crossings           1\n    5.000 5.000  heights 3.000 and 5.000 (2.000 apart): line 2 of "
+             "cross.txt block 1 "
+             "(one), line 6 of cross.txt block 2 (two)\n",
+             "plan area           100.000\n",
+             "written             hill.svg\n",
+         }) {
+        EXPECT_NE(result.out.find(line), std::string::npos) << line << "is not in\n" << result.out;
+    }
+}
+
+// Ridges and a fault valley surveyed beside a grid of posts.
+TEST_F(Program, BuildsTheSampleTerrain)
+{
+    const Result result = Run("build '" QSV_SAMPLE "/points.xyz' --breaklines '" QSV_SAMPLE
+                              "/breaklines.txt' --json -o sample.png");
+    ASSERT_EQ(result.status, 0) << result.err;
+    const auto report = nlohmann::json::parse(result.out);
+    EXPECT_GT(report["segments"].get<int>(), 100);
+    EXPECT_EQ(report["segments_enforced"], report["segments"]);
+    EXPECT_EQ(report["points_unused"], 0);
+    EXPECT_EQ(report["points_rejected"], 0);
+    EXPECT_GT(fs::file_size(m_folder / "sample.png"), 100000u);
+}
+
+TEST_F(Program, FailsWhenTheReportCannotBePrinted)
+{
+    const Result result = Run("build hill.txt -o hill.obj", "/dev/full");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("cannot write the report"), std::string::npos) << result.err;
+}
+
+TEST_F(Program, BuildsFromBreaklinesAloneAndExplainsItself)
+{
+    Put("lines.txt", "0 0 1\n10 0 1\n\n0 10 2\n10 10 2\n");
+    EXPECT_EQ(Run("build --breaklines lines.txt -o lines.pdf").status, 0);
+    const Result help = Run("build --help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_NE(help.out.find("--skip-bad"), std::string::npos);
+    EXPECT_EQ(Run("--version").status, 0);
+}
+
+}   // namespace
