@@ -12,6 +12,7 @@ set(QSV_SOURCES
   tin/internal/edge_uses.cpp
   tin/internal/lines.cpp
   tin/internal/mesh_links.cpp
+  tin/internal/mesh_split.cpp
   tin/internal/mesh_walk.cpp
   tin/internal/nearest_triangle.cpp
   tin/internal/occlusion.cpp
@@ -19,11 +20,12 @@ set(QSV_SOURCES
   tin/internal/plan.cpp
   tin/internal/plan_index.cpp
   tin/internal/vertex_walk.cpp
+  tin/mesh_check.cpp
   tin/tin_model/build.cpp
+  tin/tin_model/careful_build.cpp
   tin/tin_model/input.cpp
   tin/tin_model/lifecycle.cpp
   tin/tin_model/locate.cpp
-  tin/tin_model/missed_points.cpp
   tin/tin_model/optimise.cpp
   tin/tin_model/outline.cpp
   tin/tin_model/split.cpp
@@ -65,6 +67,7 @@ set(QSV_PUBLIC_HEADERS
   base/sort_key.h
   base/xyz.h
   tin/breakline.h
+  tin/mesh_check.h
   tin/tin.h
   tin/triangle.h
 )

@@ -129,8 +129,9 @@ public:
     /// @param nSide   state 1: the vertex slot; state 2: the edge, from slot nSide to the next; state -1:
     ///                the outer edge of the last triangle the walk reached; else 0
     /// @return the triangle, or -1 in the states below 0
-    /// A position within m_dEPS of a vertex, or with a doubled area of at most m_dEPS2 to an edge, counts as
-    /// on it. Visibility walk that takes the first edge in slot order, no allocation, products and
+    /// A position whose doubled area with an edge is at most m_dEPS2 counts as on the line of that edge, and
+    /// there as at one of its ends when it differs from it by at most m_dEPS in x and in y.
+    /// Visibility walk that takes the first edge in slot order, no allocation, products and
     /// comparisons only (Devillers, Pion, Teillaud, "Walking in a triangulation", 2002). Reads only.
     int FindTri(int nStartTri, const double& x, const double& y, int& nState, int& nSide);
     /// The same for the plan position of vertex nVt.

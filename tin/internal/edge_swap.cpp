@@ -2,6 +2,7 @@
 
 #include "tin/internal/limits.h"
 #include "tin/internal/mesh_links.h"
+#include "tin/internal/plan.h"
 #include "tin/internal/slots.h"
 
 namespace qsv {
@@ -26,10 +27,13 @@ bool IsOutsideCircle(const CArray<CXYZ>& aVertex, int nVtA, int nVtB, int nVtC, 
     return e2 > r2;
 }
 
-bool IsStrictlyConvex(const CArray<CXYZ>& aVertex, int nVtP, int nVtQ, int nVtD, int nVtR)
+bool IsStrictlyConvex(const CArray<CXYZ>& aVertex, int nVtP, int nVtQ, int nVtD, int nVtR, Turns eTurns)
 {
     const CXYZ &P = VertexAt(aVertex, nVtP), &Q = VertexAt(aVertex, nVtQ);
     const CXYZ &D = VertexAt(aVertex, nVtD), &R = VertexAt(aVertex, nVtR);
+    if (eTurns == Turns::Exact) {
+        return ExactTurn(P, D, Q) < 0 && ExactTurn(P, D, R) > 0;
+    }
     const double ux = D.x - P.x, uy = D.y - P.y;
     const double wx = Q.x - P.x, wy = Q.y - P.y;
     const double vx = R.x - P.x, vy = R.y - P.y;
@@ -43,14 +47,14 @@ bool IsStrictlyConvex(const CArray<CXYZ>& aVertex, int nVtP, int nVtQ, int nVtD,
 //         \  |  / y              \  t  / y
 //          \ | /                  \   /
 //            Q                      Q
-bool SwapDiagonal(const Mesh& mesh, int nTri, int nApex, int nOther, int nOtherSlot)
+bool SwapDiagonal(const Mesh& mesh, int nTri, int nApex, int nOther, int nOtherSlot, Turns eTurns)
 {
     CTriangle &t = mesh.aTri[nTri], &u = mesh.aTri[nOther];
     const int nToOther = NeighborSlotOpposite(nApex);   // slot of t that holds u; vertex R
     const int nFar = NextSlot(nOtherSlot);              // slot of u with vertex D; u's slot nOtherSlot: Q
     const int nVtP = t.m_nVertex[nApex], nVtQ = t.m_nVertex[NextSlot(nApex)];
     const int nVtR = t.m_nVertex[nToOther], nVtD = u.m_nVertex[nFar];
-    if (!IsStrictlyConvex(mesh.aVertex, nVtP, nVtQ, nVtD, nVtR)) {
+    if (!IsStrictlyConvex(mesh.aVertex, nVtP, nVtQ, nVtD, nVtR, eTurns)) {
         return false;
     }
     const int nX = t.m_nNeighbor[nApex];   // across R-P
@@ -70,7 +74,7 @@ namespace {
 
 // Swaps the edge opposite slot nApex of triangle nTri unless it is Delaunay, outside or not convex.
 // Returns the other triangle and the slot in it from which its new outer edge is seen.
-bool SwapUnlessDelaunay(const Mesh& mesh, int nTri, int nApex, int& nOther, int& nOtherSlot)
+bool SwapUnlessDelaunay(const Mesh& mesh, int nTri, int nApex, int& nOther, int& nOtherSlot, Turns eTurns)
 {
     const CTriangle& t = mesh.aTri[nTri];
     const int nToOther = NeighborSlotOpposite(nApex);
@@ -85,7 +89,7 @@ bool SwapUnlessDelaunay(const Mesh& mesh, int nTri, int nApex, int& nOther, int&
     }
     const int nVtD = mesh.aTri[nOther].m_nVertex[NextSlot(nOtherSlot)];
     return !IsOutsideCircle(mesh.aVertex, nVtR, nVtP, nVtQ, nVtD) &&
-           SwapDiagonal(mesh, nTri, nApex, nOther, nOtherSlot);
+           SwapDiagonal(mesh, nTri, nApex, nOther, nOtherSlot, eTurns);
 }
 
 struct PendingEdge {
@@ -98,7 +102,7 @@ struct PendingEdge {
 
 // After a swap the edges Q-D of t and D-R of u are tested, t's with all that follows from it first. The
 // edges still to be tested wait on a list of our own: 10,000 levels of calls would not fit a small stack.
-void LegalizeEdge(const Mesh& mesh, int nTri, int nApex, int nDepth)
+void LegalizeEdge(const Mesh& mesh, int nTri, int nApex, int nDepth, Turns eTurns)
 {
     // Every swap makes a triangle use P that did not, so a sound mesh cannot swap more often than this;
     // links that were damaged could go round for ever.
@@ -108,7 +112,7 @@ void LegalizeEdge(const Mesh& mesh, int nTri, int nApex, int nDepth)
     for (;;) {
         int nOther = -1, nOtherSlot = -1;
         if (edge.nDepth < kMaxSwapDepth && nSwapsLeft > 0 &&
-            SwapUnlessDelaunay(mesh, edge.nTri, edge.nApex, nOther, nOtherSlot)) {
+            SwapUnlessDelaunay(mesh, edge.nTri, edge.nApex, nOther, nOtherSlot, eTurns)) {
             --nSwapsLeft;
             aPending.Add({nOther, nOtherSlot, edge.nDepth + 1});
             ++edge.nDepth;

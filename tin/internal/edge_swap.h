@@ -10,16 +10,21 @@ namespace qsv {
 // one fixed order of swaps.
 bool IsOutsideCircle(const CArray<CXYZ>& aVertex, int nVtA, int nVtB, int nVtC, int nVtD);
 
+// How sides of a diagonal are told: by rounded arithmetic, or exactly.
+enum class Turns { Rounded, Exact };
+
 // Whether the new diagonal P-D would run strictly between Q (on its right) and R (on its left).
-bool IsStrictlyConvex(const CArray<CXYZ>& aVertex, int nVtP, int nVtQ, int nVtD, int nVtR);
+bool IsStrictlyConvex(const CArray<CXYZ>& aVertex, int nVtP, int nVtQ, int nVtD, int nVtR,
+                      Turns eTurns = Turns::Rounded);
 
 // Turns the diagonal shared by triangle nTri, whose apex is in slot nApex, and triangle nOther, which
 // holds nTri in neighbour slot nOtherSlot. Returns false, changing nothing, where that would fold.
-bool SwapDiagonal(const Mesh& mesh, int nTri, int nApex, int nOther, int nOtherSlot);
+bool SwapDiagonal(const Mesh& mesh, int nTri, int nApex, int nOther, int nOtherSlot,
+                  Turns eTurns = Turns::Rounded);
 
 // Makes the edge opposite slot nApex of triangle nTri Delaunay, and then every edge that a swap exposes
 // (Lawson 1977). nDepth is the nesting level so far; levels past kMaxSwapDepth are left as they are.
-void LegalizeEdge(const Mesh& mesh, int nTri, int nApex, int nDepth);
+void LegalizeEdge(const Mesh& mesh, int nTri, int nApex, int nDepth, Turns eTurns = Turns::Rounded);
 
 }   // namespace qsv
 

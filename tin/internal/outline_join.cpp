@@ -1,6 +1,7 @@
 #include "tin/internal/outline_join.h"
 
-#include "tin/internal/edge_swap.h"
+#include <cmath>
+
 #include "tin/internal/mesh_links.h"
 #include "tin/internal/plan.h"
 #include "tin/internal/slots.h"
@@ -61,7 +62,7 @@ int RaiseTriangle(CArray<CTriangle>& aTri, int& nTriCount, int nVt, const OuterE
 // From the triangle n = (p, b, a) on, raises a triangle on each outer edge that follows on one side as long
 // as p sees it. Forward, the edge after p-b is b-c, and the new triangle (p, c, b) borders n along p-b;
 // backward, the edge before a-p is d-a, and the new triangle (p, a, d) borders n along a-p.
-void RaiseAlong(const Mesh& mesh, int& nTriCount, int n, bool bForward)
+void RaiseAlong(const Mesh& mesh, int& nTriCount, int n, bool bForward, double dTolerance)
 {
     const int nVt = mesh.aTri[n].m_nVertex[0];
     for (;;) {
@@ -72,7 +73,9 @@ void RaiseAlong(const Mesh& mesh, int& nTriCount, int n, bool bForward)
         const CXYZ& from = CornerAt(mesh, next.nTri, next.nEdge);
         const CXYZ& to = CornerAt(mesh, next.nTri, NextSlot(next.nEdge));
         const CXYZ& p = VertexAt(mesh.aVertex, nVt);
-        if (SideOf(DoubledArea(from, to, p), mesh.dEPS2) != Side::Right || ExactTurn(from, to, p) >= 0) {
+        const double dBeyond = -DoubledArea(from, to, p);
+        if (!(dBeyond > dTolerance * std::hypot(to.x - from.x, to.y - from.y)) ||
+            ExactTurn(from, to, p) >= 0) {
             return;   // hidden, or so nearly in line that only a flat sliver would be raised
         }
         const int nRaised = RaiseTriangle(mesh.aTri, nTriCount, nVt, next);
@@ -84,17 +87,12 @@ void RaiseAlong(const Mesh& mesh, int& nTriCount, int n, bool bForward)
 
 }   // namespace
 
-void JoinToOutline(const Mesh& mesh, int& nTriCount, int nVt, int nTri, int nEdge, bool bWhole)
+int JoinToOutline(const Mesh& mesh, int& nTriCount, int nVt, int nTri, int nEdge, double dTolerance)
 {
     const int nFirst = RaiseTriangle(mesh.aTri, nTriCount, nVt, {nTri, nEdge});
-    if (bWhole) {
-        RaiseAlong(mesh, nTriCount, nFirst, true);
-        RaiseAlong(mesh, nTriCount, nFirst, false);
-    }
-    const int nEnd = nTriCount;
-    for (int n = nFirst; n < nEnd; ++n) {
-        LegalizeEdge(mesh, n, 0, 0);
-    }
+    RaiseAlong(mesh, nTriCount, nFirst, true, dTolerance);
+    RaiseAlong(mesh, nTriCount, nFirst, false, dTolerance);
+    return nFirst;
 }
 
 }   // namespace qsv

@@ -141,13 +141,16 @@ bool StandsBefore(const OpenEdge& a, const OpenEdge& b)
     return a.nTri != b.nTri ? a.nTri < b.nTri : a.nSlot < b.nSlot;
 }
 
-// All edges of the triangles beside the fan, sorted by their vertices.
+// The edges of the triangles beside the fan that border the hole or the outside, sorted by their vertices.
 CArray<OpenEdge> EdgesBeside(const CArray<CTriangle>& aTri)
 {
     CArray<OpenEdge> aEdge;
     for (int t = 0; t < aTri.GetSize(); ++t) {
         for (int k = 0; k < 3 && aTri[t].m_bSelect == kBeside; ++k) {
-            aEdge.Add({{aTri[t].m_nVertex[PrevSlot(k)], aTri[t].m_nVertex[k]}, t, k});
+            const int nNeighbor = NeighborAt(aTri, t, k);
+            if (nNeighbor < 0 || aTri[nNeighbor].m_bSelect == kFan) {
+                aEdge.Add({{aTri[t].m_nVertex[PrevSlot(k)], aTri[t].m_nVertex[k]}, t, k});
+            }
         }
     }
     std::sort(aEdge.GetData(), aEdge.GetData() + aEdge.GetSize(), StandsBefore);
@@ -158,7 +161,8 @@ CArray<OpenEdge> EdgesBeside(const CArray<CTriangle>& aTri)
 // same edge in the other direction, and that one back to it.
 void LinkToSurroundings(CArray<CTriangle>& aTri, const CArray<OpenEdge>& aBeside, int nTri, int nSlot)
 {
-    const OpenEdge reverse = {{aTri[nTri].m_nVertex[nSlot], aTri[nTri].m_nVertex[PrevSlot(nSlot)]}, -1, -1};
+    const OpenEdge reverse = {
+        {aTri[nTri].m_nVertex[nSlot], aTri[nTri].m_nVertex[PrevSlot(nSlot)]}, -1, -1};
     const OpenEdge* const pEnd = aBeside.GetData() + aBeside.GetSize();
     const OpenEdge* const pFound = std::lower_bound(aBeside.GetData(), pEnd, reverse, StandsBefore);
     if (pFound != pEnd && pFound->edge.nFrom == reverse.edge.nFrom && pFound->edge.nTo == reverse.edge.nTo) {

@@ -1,6 +1,6 @@
 #include "tin/internal/limits.h"
 #include "tin/tin.h"
-#include "tin/tin_model/missed_points.h"
+#include "tin/tin_model/careful_build.h"
 
 int CTin::CreateTin(double dAngle)
 {
@@ -18,6 +18,9 @@ int CTin::CreateTin(double dAngle)
     return nDone;
 }
 
+// Points that lie in line but for rounding can lie beyond the hull, whose corners in line were dropped, or
+// leave slivers that are flat within the tolerance, which catch the searches and fold the mesh. Most
+// surveys have none; where a vertex was missed for such a reason, the mesh is made again with care.
 int CTin::Triangulation()
 {
     if (m_aTri.IsEmpty()) {
@@ -38,7 +41,10 @@ int CTin::Triangulation()
             DivideTri(nVt, nTriCount, nLastTri);
         }
     }
-    qsv::InsertMissedPoints(*this, nTriCount);
-    m_aTri.SetSize(nTriCount, -1);
-    return 1;
+    if (qsv::HasMissedVertex(*this, nTriCount)) {
+        qsv::BuildCarefully(*this);
+    } else {
+        m_aTri.SetSize(nTriCount, -1);
+    }
+    return m_aTri.IsEmpty() ? 0 : 1;
 }

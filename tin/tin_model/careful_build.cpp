@@ -1,0 +1,195 @@
+#include "tin/tin_model/careful_build.h"
+
+#include <cmath>
+
+#include "tin/internal/edge_swap.h"
+#include "tin/internal/limits.h"
+#include "tin/internal/mesh_links.h"
+#include "tin/internal/mesh_split.h"
+#include "tin/internal/nearest_triangle.h"
+#include "tin/internal/outline_join.h"
+#include "tin/internal/plan.h"
+#include "tin/internal/plan_index.h"
+#include "tin/internal/slots.h"
+#include "tin/tin.h"
+
+namespace qsv {
+
+namespace {
+
+// Equal coordinates are one place even when the tolerance lets nothing coincide.
+double PlaceTolerance(const CTin& tin)
+{
+    return tin.m_dEPS > 0.0 ? tin.m_dEPS : 0.0;
+}
+
+bool IsPlace(const CXYZ& p)
+{
+    return std::isfinite(p.x) && std::isfinite(p.y);
+}
+
+class CarefulBuilder
+{
+public:
+    explicit CarefulBuilder(CTin& tin)
+        : m_tin(tin),
+          m_dTolerance(PlaceTolerance(tin)), m_mesh{tin.m_aVertex, tin.m_aTri, tin.m_dEPS, tin.m_dEPS2},
+          m_used(tin.m_aVertex, m_dTolerance), m_search(m_mesh, m_nTriCount)
+    {
+    }
+
+    void Build()
+    {
+        const int nVertices = m_tin.m_aVertex.GetSize();
+        m_tin.m_aTri.SetSize(0, -1);
+        m_tin.m_aTri.SetSize(kTrianglesPerVertex * nVertices, -1);
+        MakeFirstTriangle();
+        for (int nVt = 0; m_nTriCount > 0 && nVt < nVertices; ++nVt) {
+            Insert(nVt);
+        }
+        m_tin.m_aTri.SetSize(m_nTriCount, -1);
+    }
+
+private:
+    // The first vertex, the next one at another place, and the next one that is not in line with them.
+    void MakeFirstTriangle()
+    {
+        int aVt[3], nFound = 0;
+        for (int nVt = 0; nFound < 3 && nVt < m_tin.m_aVertex.GetSize(); ++nVt) {
+            const CXYZ& p = m_tin.m_aVertex[nVt];
+            const bool bInLine =
+                nFound == 2 && ExactTurn(m_tin.m_aVertex[aVt[0]], m_tin.m_aVertex[aVt[1]], p) == 0;
+            if (IsPlace(p) && !bInLine && m_used.FindFirst(p.x, p.y) < 0) {
+                aVt[nFound++] = nVt;
+                m_used.Enter(nVt);
+            }
+        }
+        if (nFound == 3) {
+            const bool bLeft =
+                ExactTurn(m_tin.m_aVertex[aVt[0]], m_tin.m_aVertex[aVt[1]], m_tin.m_aVertex[aVt[2]]) > 0;
+            m_tin.m_aTri[0] = MakeTriangle(aVt[0], aVt[bLeft ? 1 : 2], aVt[bLeft ? 2 : 1], -1, -1, -1);
+            m_nTriCount = 1;
+        }
+    }
+
+    void Insert(int nVt)
+    {
+        const CXYZ p = m_tin.m_aVertex[nVt];
+        if (!IsPlace(p) || m_used.FindFirst(p.x, p.y) >= 0) {
+            return;
+        }
+        const double dRounding = 1e-15 * (std::fabs(p.x) + std::fabs(p.y));
+        const NearestTriangle::Place place = m_search.Find(p, m_nLastTri, m_dTolerance + dRounding);
+        if (place.nTri < 0) {
+            return;
+        }
+        if (place.bOutside) {
+            const int nFirst =
+                JoinToOutline(m_mesh, m_nTriCount, nVt, place.nTri, place.nEdge, m_dTolerance + dRounding);
+            const int nEnd = m_nTriCount;
+            for (int t = nFirst; t < nEnd; ++t) {
+                LegalizeEdge(m_mesh, t, 0, 0, Turns::Exact);
+            }
+        } else {
+            const NewFan fan = place.nEdge >= 0
+                                   ? SplitOnEdge(m_mesh.aTri, nVt, m_nTriCount, place.nTri, place.nEdge)
+                                   : SplitInside(m_mesh.aTri, nVt, m_nTriCount, place.nTri);
+            for (int i = 0; i < fan.nSize; ++i) {
+                LegalizeEdge(m_mesh, fan.aTri[i], 0, 0, Turns::Exact);
+            }
+        }
+        m_nLastTri = m_nTriCount - 1;
+        m_used.Enter(nVt);
+    }
+
+    CTin& m_tin;
+    const double m_dTolerance;
+    const Mesh m_mesh;
+    int m_nTriCount = 0;
+    int m_nLastTri = 0;
+    PlanIndex m_used;
+    NearestTriangle m_search;
+};
+
+// The vertices along the outer edges, counter-clockwise, from the first outer edge in triangle order.
+CArray<int> OutlineRing(const CTin& tin)
+{
+    CArray<int> aNext;   // where the outer edge from a vertex ends; -1 inside
+    aNext.SetSize(tin.m_aVertex.GetSize(), -1);
+    for (int nVt = 0; nVt < aNext.GetSize(); ++nVt) {
+        aNext[nVt] = -1;
+    }
+    int nFirst = -1;
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        const CTriangle& tri = tin.m_aTri[t];
+        for (int k = 0; k < 3; ++k) {
+            if (tri.m_nNeighbor[NeighborSlotOfEdge(k)] < 0) {
+                nFirst = nFirst < 0 ? tri.m_nVertex[k] : nFirst;
+                aNext[tri.m_nVertex[k]] = tri.m_nVertex[NextSlot(k)];
+            }
+        }
+    }
+    CArray<int> aRing;
+    for (int nVt = nFirst; nVt >= 0 && aRing.GetSize() < aNext.GetSize(); nVt = aNext[nVt]) {
+        aRing.Add(nVt);
+        if (aNext[nVt] == nFirst) {
+            break;
+        }
+    }
+    return aRing;
+}
+
+// Drops from the ring what is no corner: points in line with their neighbours within the tolerance.
+CArray<int> CornersOf(const CTin& tin, const CArray<int>& aRing)
+{
+    const int n = aRing.GetSize();
+    CArray<int> aCorner;
+    for (int i = 0; i < n; ++i) {
+        const CXYZ& before = tin.m_aVertex[aRing[(i + n - 1) % n]];
+        const CXYZ& after = tin.m_aVertex[aRing[(i + 1) % n]];
+        if (DoubledArea(before, tin.m_aVertex[aRing[i]], after) > tin.m_dEPS2) {
+            aCorner.Add(aRing[i]);
+        }
+    }
+    return aCorner.GetSize() >= 3 ? aCorner : aRing;
+}
+
+}   // namespace
+
+bool HasMissedVertex(const CTin& tin, int nTriCount)
+{
+    const int nVertices = tin.m_aVertex.GetSize();
+    CArray<char> aUsed;
+    aUsed.SetSize(nVertices, -1);
+    int nUnused = nVertices;
+    for (int t = 0; t < nTriCount; ++t) {
+        for (const int nVt : tin.m_aTri[t].m_nVertex) {
+            nUnused -= aUsed[nVt] ? 0 : 1;
+            aUsed[nVt] = 1;
+        }
+    }
+    if (nUnused == 0) {
+        return false;
+    }
+    PlanIndex used(tin.m_aVertex, PlaceTolerance(tin));
+    for (int nVt = 0; nVt < nVertices; ++nVt) {
+        if (aUsed[nVt]) {
+            used.Enter(nVt);
+        }
+    }
+    for (int nVt = 0; nVt < nVertices; ++nVt) {
+        const CXYZ& p = tin.m_aVertex[nVt];
+        if (!aUsed[nVt] && IsPlace(p) && used.FindFirst(p.x, p.y) < 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void BuildCarefully(CTin& tin)
+{
+    CarefulBuilder(tin).Build();
+    tin.m_aBoundary = CornersOf(tin, OutlineRing(tin));
+}
+
+}   // namespace qsv
