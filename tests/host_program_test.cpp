@@ -142,7 +142,7 @@ TEST_F(Program, ReportsForPeople)
     const Result result = Run("build bad.txt --skip-bad --breaklines cross.txt -o hill.svg");
     ASSERT_EQ(result.status, 0) << result.err;
     for (const char* const line : {
-             "columns             x y z (assumed; --order to change)\n",
+             "columns             x y z (assumed; --order to change)  bad.txt\n",
              "points read         4\n",
              "points rejected     1\n    bad.txt:3: \"five\" is not a number\n",
              "segments enforced   2 of 2\n",

@@ -201,7 +201,9 @@ TEST(BreaklineText, BlocksEndAtEmptyLinesAndMarksAndAreNamedByComments)
                                "8 8 8\n"
                                "9 9 9\n");
     std::vector<BadLine> bad;
-    const std::vector<Breakline> lines = ReadBreaklines(text, bad);
+    const BreaklineFile file = ReadBreaklines(text, bad);
+    const std::vector<Breakline>& lines = file.lines;
+    EXPECT_EQ(file.columns, "x y z (assumed; a heading such as x y z to change)");
     ASSERT_EQ(lines.size(), 4u);
     const std::string aName[] = {"1: wall", "2: ditch", "bank", ""};
     const std::vector<int> aLines[] = {{3, 4}, {8, 11}, {13}, {15, 16}};

@@ -98,16 +98,19 @@ SurveyData ReadSurvey(const BuildOptions& options)
         TextFile text(path);
         std::vector<BadLine> bad;
         survey.pointFiles.push_back(ReadSurveyPoints(text, order, bad));
-        JudgeBadLines(bad, survey.pointFiles.back().points.empty(), options.skipBad);
+        const PointFile& file = survey.pointFiles.back();
+        JudgeBadLines(bad, file.points.empty(), options.skipBad);
+        survey.columns.emplace_back(path, file.columns);
         survey.badLines.insert(survey.badLines.end(), bad.begin(), bad.end());
     }
     for (const std::string& path : options.breaklines) {
         TextFile text(path);
         std::vector<BadLine> bad;
-        const std::vector<Breakline> lines = ReadBreaklines(text, bad);
-        JudgeBadLines(bad, lines.empty(), options.skipBad);
+        const BreaklineFile file = ReadBreaklines(text, bad);
+        JudgeBadLines(bad, file.lines.empty(), options.skipBad);
+        survey.columns.emplace_back(path, file.columns);
         survey.badLines.insert(survey.badLines.end(), bad.begin(), bad.end());
-        survey.breaklines.insert(survey.breaklines.end(), lines.begin(), lines.end());
+        survey.breaklines.insert(survey.breaklines.end(), file.lines.begin(), file.lines.end());
     }
     return survey;
 }

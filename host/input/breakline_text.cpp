@@ -48,10 +48,10 @@ private:
 
 }   // namespace
 
-std::vector<Breakline> ReadBreaklines(TextFile& text, std::vector<BadLine>& badLines)
+BreaklineFile ReadBreaklines(TextFile& text, std::vector<BadLine>& badLines)
 {
     BlockList blocks(text.Path());
-    PointRows rows;
+    PointRows rows(std::nullopt, "a heading such as x y z to change");
     const std::size_t badBefore = badLines.size();
     Position at;
     std::string reason;
@@ -71,12 +71,12 @@ std::vector<Breakline> ReadBreaklines(TextFile& text, std::vector<BadLine>& badL
             badLines.push_back({text.Path(), text.LineNumber(), reason});
         }
     }
-    std::vector<Breakline> read = blocks.Take();
-    if (read.empty() && badLines.size() == badBefore) {
+    BreaklineFile file{text.Path(), rows.Columns(), blocks.Take()};
+    if (file.lines.empty() && badLines.size() == badBefore) {
         throw Failure(text.Path() +
                       ": no breakline in it; give blocks of x y z lines, an empty line between them");
     }
-    return read;
+    return file;
 }
 
 }   // namespace qsvtin

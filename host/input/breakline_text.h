@@ -12,7 +12,7 @@ namespace qsvtin {
 /// with >. The last comment in front of a block, or the text after its >, is its name. A block may be a
 /// single point. Lines that cannot be read are appended to badLines.
 /// @throws Failure when the file holds neither a point nor a bad line
-std::vector<Breakline> ReadBreaklines(TextFile& text, std::vector<BadLine>& badLines);
+BreaklineFile ReadBreaklines(TextFile& text, std::vector<BadLine>& badLines);
 
 }   // namespace qsvtin
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace qsvtin {
 
@@ -73,7 +74,7 @@ std::string WhyNoCoordinates(const std::vector<std::string_view>& fields)
 
 }   // namespace
 
-PointRows::PointRows(std::optional<ColumnOrder> given)
+PointRows::PointRows(std::optional<ColumnOrder> given, std::string remedy) : m_remedy(std::move(remedy))
 {
     if (given) Use(*given, "--order");
 }
@@ -139,8 +140,9 @@ bool PointRows::FindColumns(std::string& reason)
         return false;
     }
     const bool numbered = CountNumbers(m_fields) >= 4 && IsPointNumber(m_fields.front());
-    Use(ColumnOrder(), numbered ? "assumed, but the first column looks like a point number; --order to change"
-                                : "assumed; --order to change");
+    const std::string doubt =
+        numbered ? "assumed, but the first column looks like a point number; " : "assumed; ";
+    Use(ColumnOrder(), doubt + m_remedy);
     return true;
 }
 

@@ -21,7 +21,8 @@ public:
 
     /// @param given  the order to use; nothing: from a heading, from the comment in front of the data, or
     ///               x y z when the line starts with three numbers
-    explicit PointRows(std::optional<ColumnOrder> given = std::nullopt);
+    /// @param remedy  how to change columns that were assumed
+    PointRows(std::optional<ColumnOrder> given, std::string remedy);
 
     /// Remembers a comment, which may name the columns of the line after it.
     void NoteComment(std::string_view line);
@@ -42,6 +43,7 @@ private:
 
     std::optional<ColumnOrder> m_order;
     std::optional<Separator> m_separator;
+    std::string m_remedy;
     bool m_headingRead = false;
     std::string m_comment;
     std::string m_columns;

@@ -4,6 +4,7 @@
 #include "host/position.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace qsvtin {
@@ -32,12 +33,19 @@ struct Breakline {
     std::vector<int> lines;   ///< line number of each point
 };
 
+/// The breaklines of one file, in its order.
+struct BreaklineFile {
+    std::string path;
+    std::string columns;   ///< as for points
+    std::vector<Breakline> lines;
+};
+
 /// Everything that was read, in the order of the command line.
 struct SurveyData {
     std::vector<PointFile> pointFiles;
-    std::vector<Breakline> breaklines;
-    std::vector<std::string> breaklineFiles;
-    std::vector<BadLine> badLines;   ///< those passed over
+    std::vector<Breakline> breaklines;                          ///< of all files
+    std::vector<std::pair<std::string, std::string>> columns;   ///< of all files: path, which column was what
+    std::vector<BadLine> badLines;                              ///< those passed over
 };
 
 }   // namespace qsvtin

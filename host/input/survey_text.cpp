@@ -10,7 +10,7 @@ PointFile ReadSurveyPoints(TextFile& text, const std::optional<ColumnOrder>& ord
 {
     PointFile file;
     file.path = text.Path();
-    PointRows rows(order);
+    PointRows rows(order, "--order to change");
     const std::size_t badBefore = badLines.size();
     Position at;
     std::string reason;

@@ -19,12 +19,12 @@ Position PositionOf(const Terrain& terrain, int vertex)
 void CountPoints(const SurveyData& survey, const PreparedSurvey& prepared, BuildReport& report)
 {
     for (const PointFile& file : survey.pointFiles) {
-        report.columns.emplace_back(file.path, file.columns);
         report.pointsRead += file.points.size();
     }
     for (const Breakline& line : survey.breaklines) {
         report.breaklinePoints += line.points.size();
     }
+    report.columns = survey.columns;
     report.rejected = survey.badLines;
     report.pointsMerged = prepared.merged;
     report.conflicts = prepared.conflicts;

@@ -44,7 +44,7 @@ struct ReportedCrossing {
 
 /// What there is to say about a finished build; positions are in survey coordinates.
 struct BuildReport {
-    std::vector<std::pair<std::string, std::string>> columns;   ///< of each point file
+    std::vector<std::pair<std::string, std::string>> columns;   ///< of each file
     std::size_t pointsRead = 0;
     std::size_t breaklinePoints = 0;
     int pointsMerged = 0;
