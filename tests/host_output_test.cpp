@@ -214,42 +214,42 @@ TEST(PageLayout, ShowsTheWholeTerrainInsideTheMap)
     }
 }
 
-// A fan of slivers around a place that lies on no sample: every pixel inside the square belongs to exactly one
-// triangle at each of its samples, and those outside to none.
+// A square of 48 whose lower left corner is at (edge, edge), as a fan of slivers around a centre.
+PlanView Fan(double edge, const Position& centre)
+{
+    constexpr int kASide = 39;
+    const Position aCorner[] = {
+        {edge, edge, 0}, {edge + 48, edge, 3}, {edge + 48, edge + 48, 0}, {edge, edge + 48, 3}};
+    PlanView view;
+    for (int i = 0; i < 4 * kASide; ++i) {
+        const Position &from = aCorner[i / kASide], &to = aCorner[(i / kASide + 1) % 4];
+        const double along = static_cast<double>(i % kASide) / kASide;
+        view.vertices.push_back({from.x + along * (to.x - from.x), from.y + along * (to.y - from.y), from.z});
+        view.triangles.push_back({i, (i + 1) % (4 * kASide), 4 * kASide});
+    }
+    view.vertices.push_back(centre);
+    view.gradients.resize(view.vertices.size());
+    view.high.z = 5.0;
+    return view;
+}
+
+// Every one of the 3 x 3 samples of a pixel belongs to exactly one triangle inside the square and to none
+// outside, also when edges and corners lie on samples.
 TEST(Relief, HasNoSeamsAndNoOverlaps)
 {
-    constexpr int kAround = 157, kSize = 64;
-    PlanView view;
-    view.vertices.push_back({20.37, 33.71, 5.0});
-    for (int i = 0; i < kAround; ++i) {
-        const double t = 4.0 * i / kAround;   // once around a square from (8, 8) to (56, 56)
-        const double along = 48.0 * (t - std::floor(t));
-        const Position aCorner[] = {
-            {8 + along, 8, 0}, {56, 8 + along, 3}, {56 - along, 56, 0}, {8, 56 - along, 3}};
-        view.vertices.push_back(aCorner[static_cast<int>(t)]);
-    }
-    // The corners are part of the ring only when i * 4 / kAround is whole; put them in.
-    std::vector<Position> ring;
-    for (std::size_t i = 1; i < view.vertices.size(); ++i) {
-        const Position& p = view.vertices[i];
-        const Position& q = view.vertices[i + 1 < view.vertices.size() ? i + 1 : 1];
-        ring.push_back(p);
-        if (p.x != q.x && p.y != q.y) ring.push_back({p.x > 32 ? 56.0 : 8.0, q.y > 32 ? 56.0 : 8.0, 1.0});
-    }
-    view.vertices.resize(1);
-    view.vertices.insert(view.vertices.end(), ring.begin(), ring.end());
-    for (int i = 1; i <= static_cast<int>(ring.size()); ++i) {
-        view.triangles.push_back({0, i, i < static_cast<int>(ring.size()) ? i + 1 : 1});
-    }
-    view.gradients.resize(view.vertices.size());
-    view.low.z = 0.0;
-    view.high.z = 5.0;
-    const Relief relief = DrawRelief(view, {0.0, 64.0, 1.0}, kSize, kSize, 1.0);
-    for (int row = 0; row < kSize; ++row) {
-        for (int column = 0; column < kSize; ++column) {
-            const std::uint32_t alpha = relief.pixels[static_cast<std::size_t>(row * kSize + column)] >> 24;
-            const bool inside = row >= 8 && row < 56 && column >= 8 && column < 56;
-            ASSERT_EQ(alpha, inside ? 255u : 0u) << row << " " << column;
+    for (const double edge : {8.0, 8.5}) {
+        for (const Position& centre : {Position{20.37, 33.71, 5.0}, {20.5, 33.5, 5.0}, {9.5, 9.5, 5.0}}) {
+            const Relief relief = DrawRelief(Fan(edge, centre), {0.0, 64.0, 1.0}, 64, 64, 1.0);
+            std::uint32_t hits = 0;
+            for (std::size_t i = 0; i < relief.pixels.size(); ++i) {
+                const std::uint32_t alpha = relief.pixels[i] >> 24;
+                const std::size_t row = i / 64, column = i % 64;
+                hits += (alpha * 9 + 127) / 255;
+                if (row >= 9 && row < 55 && column >= 9 && column < 55) {
+                    ASSERT_EQ(alpha, 255u) << edge << " " << row << " " << column;
+                }
+            }
+            EXPECT_EQ(hits, 9u * 48u * 48u) << edge << " " << centre.x;
         }
     }
 }
