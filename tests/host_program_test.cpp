@@ -156,6 +156,48 @@ TEST_F(Program, ReportsForPeople)
     }
 }
 
+// The first line runs along a sliver that --trim-angle cuts off; its name is not UTF-8.
+TEST_F(Program, NamesIncompleteLinesAndHeightConflicts)
+{
+    Put("thin.txt", "0 0 1\n1 0 1\n2 0 1\n3 0 1\n4 0 1\n0 4 1\n4 4 9\n2 -0.05 1\n4 4 8.5\n");
+    Put("lines.txt", "# gr\xE4nse\n0 0 1\n2 -0.05 1\n\n# ridge\n2 0 1\n4 4 9\n");
+    const std::string arguments =
+        "build thin.txt --breaklines lines.txt --trim-angle 5 --title Thin -o thin.obj";
+    const Result people = Run(arguments);
+    ASSERT_EQ(people.status, 0) << people.err;
+    for (const char* const line : {
+             "height conflicts    1 points at the place of another height\n    thin.txt:9: 8.500 dropped, "
+             "9.000 kept\n",
+             "segments enforced   1 of 2\n    lines.txt block 1 (gr\xE4nse): 1 of 1 segments are no edges of "
+             "the "
+             "surface\n        lines 2 to 3: 0.000 0.000 to 2.000 -0.050\n",
+         }) {
+        EXPECT_NE(people.out.find(line), std::string::npos) << line << "is not in\n" << people.out;
+    }
+    EXPECT_EQ(Get("thin.obj").substr(0, 15), "# qsvtin: Thin\n");
+
+    const Result programs = Run(arguments + " --json");
+    ASSERT_EQ(programs.status, 0) << programs.err;
+    const auto report = nlohmann::json::parse(programs.out);
+    ASSERT_EQ(report["incomplete"].size(), 1u);
+    EXPECT_EQ(report["incomplete"][0]["line"], 1);
+    EXPECT_EQ(report["incomplete"][0]["missing"][0]["file_lines"], nlohmann::json({2, 3}));
+    EXPECT_EQ(report["segments_enforced"], 1);
+}
+
+TEST_F(Program, CrossingsCarryLinesPositionAndHeights)
+{
+    Put("cross.txt", "2 2 3\n8 8 3\n\n2 8 5\n8 2 5\n");
+    const Result result = Run("build hill.txt --breaklines cross.txt --json -o hill.obj");
+    ASSERT_EQ(result.status, 0) << result.err;
+    const auto crossings = nlohmann::json::parse(result.out)["crossings"];
+    ASSERT_EQ(crossings.size(), 1u);
+    EXPECT_EQ(crossings[0]["lines"], nlohmann::json({1, 2}));
+    EXPECT_EQ(crossings[0]["file_lines"], nlohmann::json({1, 4}));
+    EXPECT_EQ(crossings[0]["position"], nlohmann::json({5.0, 5.0}));
+    EXPECT_EQ(crossings[0]["heights"], nlohmann::json({3.0, 5.0}));
+}
+
 // Ridges and a fault valley surveyed beside a grid of posts.
 TEST_F(Program, BuildsTheSampleTerrain)
 {
