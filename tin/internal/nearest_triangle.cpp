@@ -34,7 +34,7 @@ NearestTriangle::Place NearestTriangle::Find(const CXYZ& p, int nStartTri, doubl
     }
     ++m_nSearch;
     m_aQueue.SetSize(0, -1);
-    Visit(p, nStartTri);
+    Visit(p, WalkCloser(p, nStartTri));
     best.dDistance = HUGE_VAL;
     while (!m_aQueue.IsEmpty()) {
         std::pop_heap(m_aQueue.GetData(), m_aQueue.GetData() + m_aQueue.GetSize(), IsFarther);
@@ -53,6 +53,24 @@ NearestTriangle::Place NearestTriangle::Find(const CXYZ& p, int nStartTri, doubl
         }
     }
     return best;
+}
+
+// Moves across edges that have p on their outer side until there is none, or the outside is reached. No harm
+// is done when the walk goes round until its moves are used up: the search goes on wherever it ends.
+int NearestTriangle::WalkCloser(const CXYZ& p, int nTri) const
+{
+    int nFrom = -1;
+    for (int nMoves = 0, k = 0; k < 3 && nMoves < m_nTriCount; ++k) {
+        const int nNext = NeighborAt(m_mesh.aTri, nTri, NeighborSlotOfEdge(k));
+        if (nNext >= 0 && nNext < m_nTriCount && nNext != nFrom &&
+            ExactTurn(CornerAt(m_mesh, nTri, k), CornerAt(m_mesh, nTri, NextSlot(k)), p) < 0) {
+            nFrom = nTri;
+            nTri = nNext;
+            ++nMoves;
+            k = -1;
+        }
+    }
+    return nTri;
 }
 
 void NearestTriangle::Visit(const CXYZ& p, int nTri)

@@ -9,7 +9,7 @@ namespace qsv {
 // turn a walk away, but not this search, which visits triangles in the order of their distance from the
 // place, none of them twice, and decides with exact turns.
 //
-// Cost: about as many triangles as lie on the way from the start, times the logarithm of that number.
+// A walk leads close first. Cost: about as many triangles as lie on the way from the start.
 class NearestTriangle
 {
 public:
@@ -34,6 +34,7 @@ private:
     };
     static bool IsFarther(const Candidate& a, const Candidate& b);
 
+    int WalkCloser(const CXYZ& p, int nTri) const;
     void Visit(const CXYZ& p, int nTri);
     bool Holds(const CXYZ& p, int nTri, int& nEdge) const;
     void TakeOuterEdges(const CXYZ& p, int nTri, Place& best) const;

@@ -1,7 +1,5 @@
 #include "tin/internal/occlusion.h"
 
-#include <utility>
-
 #include "tin/internal/lines.h"
 #include "tin/internal/plan.h"
 #include "tin/internal/slots.h"
@@ -86,57 +84,6 @@ bool Obscures(const Mesh& mesh, int nTri1, int nTri2)
         }
     }
     return LiesInside(mesh, nTri1, nTri2) || LiesInside(mesh, nTri2, nTri1);
-}
-
-namespace {
-
-struct Box {
-    double dMinX, dMaxX, dMinY, dMaxY, dMinZ, dMaxZ;
-};
-
-Box BoxOf(const Mesh& mesh, int nTri)
-{
-    double x[3], y[3], z[3];
-    for (int k = 0; k < 3; ++k) {
-        const CXYZ& p = CornerAt(mesh, nTri, k);
-        x[k] = p.x;
-        y[k] = p.y;
-        z[k] = p.z;
-    }
-    SortThree(x);
-    SortThree(y);
-    SortThree(z);
-    return {x[0], x[2], y[0], y[2], z[0], z[2]};
-}
-
-bool MayHide(const Box& p, const Box& q)
-{
-    return p.dMinX <= q.dMaxX && p.dMaxX >= q.dMinX && p.dMinY <= q.dMaxY && p.dMaxY >= q.dMinY &&
-           p.dMaxZ >= q.dMinZ;
-}
-
-}   // namespace
-
-void RefinePaintingOrder(const Mesh& mesh, CArray<int>& aOrder)
-{
-    const int n = aOrder.GetSize();
-    CArray<Box> aBox;
-    aBox.SetSize(n);
-    for (int t = 0; t < n; ++t) {
-        aBox[t] = BoxOf(mesh, t);
-    }
-    for (int i = 0; i < n; ++i) {
-        int nExchanges = 0;
-        for (int j = i + 1; j < n && nExchanges < n; ++j) {
-            const int p = aOrder[i], q = aOrder[j];
-            if (MayHide(aBox[p], aBox[q]) && !IsAbovePlane(mesh, q, p) && !IsBelowPlane(mesh, p, q) &&
-                Obscures(mesh, p, q)) {
-                std::swap(aOrder[i], aOrder[j]);
-                ++nExchanges;
-                j = i;   // start again behind position i, with the triangle that now stands there
-            }
-        }
-    }
 }
 
 }   // namespace qsv

@@ -21,12 +21,6 @@ bool IsBelowPlane(const Mesh& mesh, int nTri1, int nTri2);
 // Edges that share a vertex do not cross.
 bool Obscures(const Mesh& mesh, int nTri1, int nTri2);
 
-// Refines a painting order, lowest first, which holds every triangle once: at every position in turn, the
-// first later triangle that the one standing there would wrongly hide is exchanged with it, as long as there
-// is one, at most as many times as there are triangles. Triangles that overlap in a ring end in some order.
-// Cost: near linear where few triangles overlap in plan.
-void RefinePaintingOrder(const Mesh& mesh, CArray<int>& aOrder);
-
 }   // namespace qsv
 
 #endif

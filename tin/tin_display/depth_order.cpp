@@ -1,6 +1,7 @@
 #include "base/sort_key.h"
 #include "tin/internal/mesh.h"
 #include "tin/internal/occlusion.h"
+#include "tin/internal/painting_order.h"
 #include "tin/internal/plan.h"
 #include "tin/tin.h"
 

@@ -28,11 +28,13 @@ bool IsPlace(const CXYZ& p)
     return std::isfinite(p.x) && std::isfinite(p.y);
 }
 
+// Inserts the corners of the hull that m_aBoundary holds first, so that little is left to join to the outline
+// one by one, and then all vertices in index order.
 class CarefulBuilder
 {
 public:
     explicit CarefulBuilder(CTin& tin)
-        : m_tin(tin),
+        : m_tin(tin), m_aCorner(tin.m_aBoundary),
           m_dTolerance(PlaceTolerance(tin)), m_mesh{tin.m_aVertex, tin.m_aTri, tin.m_dEPS, tin.m_dEPS2},
           m_used(tin.m_aVertex, m_dTolerance), m_search(m_mesh, m_nTriCount)
     {
@@ -43,41 +45,52 @@ public:
         const int nVertices = m_tin.m_aVertex.GetSize();
         m_tin.m_aTri.SetSize(0, -1);
         m_tin.m_aTri.SetSize(kTrianglesPerVertex * nVertices, -1);
-        MakeFirstTriangle();
-        for (int nVt = 0; m_nTriCount > 0 && nVt < nVertices; ++nVt) {
+        for (int i = 0; i < m_aCorner.GetSize(); ++i) {
+            Insert(m_aCorner[i]);
+        }
+        for (int nVt = 0; m_nTriCount == 0 && nVt < nVertices; ++nVt) {
+            Insert(nVt);   // those in line are passed over until there is a triangle
+        }
+        for (int nVt = 0; nVt < nVertices; ++nVt) {
             Insert(nVt);
         }
         m_tin.m_aTri.SetSize(m_nTriCount, -1);
     }
 
 private:
-    // The first vertex, the next one at another place, and the next one that is not in line with them.
-    void MakeFirstTriangle()
+    void Insert(int nVt)
     {
-        int aVt[3], nFound = 0;
-        for (int nVt = 0; nFound < 3 && nVt < m_tin.m_aVertex.GetSize(); ++nVt) {
-            const CXYZ& p = m_tin.m_aVertex[nVt];
-            const bool bInLine =
-                nFound == 2 && ExactTurn(m_tin.m_aVertex[aVt[0]], m_tin.m_aVertex[aVt[1]], p) == 0;
-            if (IsPlace(p) && !bInLine && m_used.FindFirst(p.x, p.y) < 0) {
-                aVt[nFound++] = nVt;
-                m_used.Enter(nVt);
+        const CXYZ& p = m_tin.m_aVertex[nVt];
+        if (IsPlace(p) && m_used.FindFirst(p.x, p.y) < 0) {
+            if (m_nTriCount > 0) {
+                InsertIntoMesh(nVt, p);
+            } else if (!TakeForFirstTriangle(nVt)) {
+                return;   // its turn comes again
             }
-        }
-        if (nFound == 3) {
-            const bool bLeft =
-                ExactTurn(m_tin.m_aVertex[aVt[0]], m_tin.m_aVertex[aVt[1]], m_tin.m_aVertex[aVt[2]]) > 0;
-            m_tin.m_aTri[0] = MakeTriangle(aVt[0], aVt[bLeft ? 1 : 2], aVt[bLeft ? 2 : 1], -1, -1, -1);
-            m_nTriCount = 1;
+            m_used.Enter(nVt);
         }
     }
 
-    void Insert(int nVt)
+    // The first triangle is made of the first three vertices that are not in line.
+    bool TakeForFirstTriangle(int nVt)
     {
-        const CXYZ p = m_tin.m_aVertex[nVt];
-        if (!IsPlace(p) || m_used.FindFirst(p.x, p.y) >= 0) {
-            return;
+        if (m_aFirst.GetSize() < 2) {
+            m_aFirst.Add(nVt);
+            return true;
         }
+        const CArray<CXYZ>& aVertex = m_tin.m_aVertex;
+        const int nTurn = ExactTurn(aVertex[m_aFirst[0]], aVertex[m_aFirst[1]], aVertex[nVt]);
+        if (nTurn == 0) {
+            return false;
+        }
+        m_tin.m_aTri[0] = nTurn > 0 ? MakeTriangle(m_aFirst[0], m_aFirst[1], nVt, -1, -1, -1)
+                                    : MakeTriangle(m_aFirst[0], nVt, m_aFirst[1], -1, -1, -1);
+        m_nTriCount = 1;
+        return true;
+    }
+
+    void InsertIntoMesh(int nVt, const CXYZ& p)
+    {
         const double dRounding = 1e-15 * (std::fabs(p.x) + std::fabs(p.y));
         const NearestTriangle::Place place = m_search.Find(p, m_nLastTri, m_dTolerance + dRounding);
         if (place.nTri < 0) {
@@ -99,14 +112,15 @@ private:
             }
         }
         m_nLastTri = m_nTriCount - 1;
-        m_used.Enter(nVt);
     }
 
     CTin& m_tin;
+    const CArray<int> m_aCorner;
     const double m_dTolerance;
     const Mesh m_mesh;
     int m_nTriCount = 0;
     int m_nLastTri = 0;
+    CArray<int> m_aFirst;   // vertices in line, until there is a triangle
     PlanIndex m_used;
     NearestTriangle m_search;
 };
