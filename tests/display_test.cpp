@@ -6,8 +6,8 @@
 #include <initializer_list>
 #include <limits>
 
-#include "support/fixtures.h"
 #include "reference/plain_tin.h"
+#include "support/fixtures.h"
 #include "tin/internal/lines.h"
 #include "tin/internal/occlusion.h"
 

@@ -161,8 +161,7 @@ CArray<OpenEdge> EdgesBeside(const CArray<CTriangle>& aTri)
 // same edge in the other direction, and that one back to it.
 void LinkToSurroundings(CArray<CTriangle>& aTri, const CArray<OpenEdge>& aBeside, int nTri, int nSlot)
 {
-    const OpenEdge reverse = {
-        {aTri[nTri].m_nVertex[nSlot], aTri[nTri].m_nVertex[PrevSlot(nSlot)]}, -1, -1};
+    const OpenEdge reverse = {{aTri[nTri].m_nVertex[nSlot], aTri[nTri].m_nVertex[PrevSlot(nSlot)]}, -1, -1};
     const OpenEdge* const pEnd = aBeside.GetData() + aBeside.GetSize();
     const OpenEdge* const pFound = std::lower_bound(aBeside.GetData(), pEnd, reverse, StandsBefore);
     if (pFound != pEnd && pFound->edge.nFrom == reverse.edge.nFrom && pFound->edge.nTo == reverse.edge.nTo) {
