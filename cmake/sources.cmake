@@ -6,6 +6,7 @@ set(QSV_SOURCES
   base/rotation.cpp
   base/sort_key.cpp
   base/xyz.cpp
+  tin/internal/box_tree.cpp
   tin/internal/ear_cutting.cpp
   tin/internal/edge_ring.cpp
   tin/internal/edge_swap.cpp
@@ -17,6 +18,7 @@ set(QSV_SOURCES
   tin/internal/nearest_triangle.cpp
   tin/internal/occlusion.cpp
   tin/internal/outline_join.cpp
+  tin/internal/painting_order.cpp
   tin/internal/plan.cpp
   tin/internal/plan_index.cpp
   tin/internal/vertex_walk.cpp

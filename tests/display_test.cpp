@@ -2,12 +2,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <initializer_list>
 #include <limits>
+#include <vector>
 
 #include "reference/plain_tin.h"
 #include "support/fixtures.h"
+#include "tin/internal/box_tree.h"
 #include "tin/internal/lines.h"
 #include "tin/internal/occlusion.h"
 
@@ -328,13 +331,59 @@ CTin RingOfBars(int nRings)
 
 TEST(PaintingOrder, EndsWhereTrianglesOverlapInARing)
 {
-    for (const int nRings : {1, 2, 7}) {
+    for (const int nRings : {1, 2, 7, 40}) {
         CTin tin = RingOfBars(nRings);
         const qsv::Mesh mesh = MeshOf(tin);
         for (int k = 0; k < 3; ++k) {
             EXPECT_NE(qsv::Obscures(mesh, k, (k + 1) % 3), qsv::Obscures(mesh, (k + 1) % 3, k));
         }
         ExpectPlainOrder(tin);
+    }
+}
+
+// Each of these rings would be exchanged 60,000 times, all of them for many minutes, if it were not noticed that
+// the exchanges go round.
+TEST(PaintingOrder, DoesNotCountRingsToTheEnd)
+{
+    CTin tin = RingOfBars(20000);
+    const auto start = std::chrono::steady_clock::now();
+    tin.UpdateDepth2();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+    std::vector<int> aSeen(static_cast<size_t>(tin.GetTriSize()));
+    for (int i = 0; i < tin.m_aDepthOrder.GetSize(); ++i) {
+        ++aSeen[static_cast<size_t>(tin.m_aDepthOrder[i])];
+    }
+    EXPECT_EQ(std::count(aSeen.begin(), aSeen.end(), 1), tin.GetTriSize());
+}
+
+// Boxes from points to half the area, some of them unbounded or nowhere.
+TEST(BoxTree, FindsWhatAScanFinds)
+{
+    const double dInf = std::numeric_limits<double>::infinity();
+    Dice dice(5);
+    for (const int n : {0, 1, 2, 8, 9, 64, 65, 700}) {
+        CArray<qsv::PlanBox> aBox;
+        for (int i = 0; i < n; ++i) {
+            const double x = dice.Uniform(0, 100), y = dice.Uniform(0, 100),
+                         d = std::exp(dice.Uniform(-5, 4));
+            aBox.Add({std::floor(x), std::floor(x) + std::floor(d), y, y + d});
+            if (dice.Below(20) == 0) {
+                aBox[i].dMaxX = dice.Below(2) == 0 ? dInf : kNan;
+                aBox[i].dMinX = dice.Below(2) == 0 ? -dInf : x;
+            }
+        }
+        const qsv::BoxTree tree(aBox);
+        for (int i = 0; i < n; ++i) {
+            std::vector<int> aFound, aWanted;
+            tree.ForEachTouching(aBox[i], [&](int k) { aFound.push_back(k); });
+            for (int k = 0; k < n; ++k) {
+                if (qsv::Touches(aBox[i], aBox[k])) {
+                    aWanted.push_back(k);
+                }
+            }
+            std::sort(aFound.begin(), aFound.end());
+            ASSERT_EQ(aFound, aWanted) << "box " << i << " of " << n;
+        }
     }
 }
 

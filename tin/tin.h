@@ -281,10 +281,11 @@ public:
     /// @name Point in TIN, heights, nearest point
     /// @{
 
-    /// 1 when (x, y) lies in triangle nTri, edges included, else 0. Exact, no tolerance; a clockwise triangle
-    /// holds no point of its interior. Reads only.
+    /// 1 when (x, y) lies in triangle nTri, edges included, else 0, also when nTri is out of range. Exact, no
+    /// tolerance; a clockwise triangle holds no point of its interior. Reads only.
     int PtInTri(int nTri, const double& x, const double& y);
-    /// 1 when some triangle holds the point, else 0. Cost: a scan. Reads only.
+    /// 1 when some triangle holds the point, else 0. Cost: a scan; InterpolateForPlane, which walks, is faster
+    /// by far. Reads only.
     int PtInTin(const double& x, const double& y);
     /// As PtInTri, for triangles turned either way.
     /// @note A triangle without area holds every point of its line.
@@ -301,10 +302,13 @@ public:
     /// @return 1; 0 when (x, y) is off the surface, nStartTri is out of range, or the triangle is vertical
     /// Positions beyond an outer edge by a doubled area of up to m_dEPS2 still count as on it. Reads only.
     int InterpolateForPlane(int nStartTri, const double& x, const double& y, double& z, int& nTri);
-    /// Nearest point of the outline to a plan position. m_aBoundary must hold pairs (UpdateBoundary).
-    /// @param dist  plan distance
-    /// @return 1; 0 when m_aBoundary is empty (outputs stay)
-    /// @note On a sloped edge the candidate is the foot of the perpendicular in space from (x, y, 0).
+    /// Nearest point of the outline to a plan position, inside or outside. m_aBoundary must hold pairs
+    /// (UpdateBoundary); of a ring, every other edge would be looked at.
+    /// @param ox, oy, oz  receive the point: a vertex, or a place on an edge; of equally near ones the first
+    /// @param dist        receives its plan distance
+    /// @return 1; 0 when m_aBoundary is empty or (x, y) is not finite (outputs stay)
+    /// @note On a sloped edge the candidate is the foot of the perpendicular in space from (x, y, 0), which is
+    ///       not the place nearest in plan. Cost: a scan of m_aBoundary. Reads only.
     int NearestOutsideTin(const double& x, const double& y, double& ox, double& oy, double& oz, double& dist);
     /// @}
 
@@ -317,7 +321,8 @@ public:
     /// Range of one triangle. @return 1; 0 when nTri is out of range (outputs stay). Reads only.
     int GetRange(int nTri, double& minX, double& maxX, double& minY, double& maxY, double& minZ,
                  double& maxZ);
-    /// Area in space of the triangle of three points, from cross products of the position vectors.
+    /// Area in space of the triangle of three points, from cross products of the position vectors, never
+    /// negative. Reads only.
     /// @note Far from the origin digits are lost; work from a local origin when they matter.
     double CalTriArea(double x1, double y1, double z1, double x2, double y2, double z2, double x3, double y3,
                       double z3);
@@ -389,7 +394,8 @@ public:
     /// m_aDepthOrder. Without triangles the old order stays.
     void UpdateDepth();
     /// The same, refined pair by pair so that no triangle is painted over one above it (Newell, Newell,
-    /// Sancha 1972). Cyclic overlaps end in some order.
+    /// Sancha, "A solution to the hidden surface problem", 1972). Triangles that overlap in a ring end in some
+    /// order. Cost: near linear where few triangles lie over the same ground.
     void UpdateDepth2();
     /// An order of all triangles that leaves the object as it is. Reads only.
     /// @param nMode   key: 0 lowest vertex, 1 highest vertex, 2 sum of the heights
@@ -403,7 +409,8 @@ public:
     /// @return 1; 0 when no triangle holds the point or it is vertical (z stays; nTri is always written)
     int InterpolateForDepth(const double& x, const double& y, double& z, int& nTri);
     /// Sets m_aTriNormal to the triangles' unit normals and m_aVtNormal, for every vertex, to the plain mean
-    /// of the normals of the triangles that use it (not unit length; zero when none does).
+    /// of the normals of the triangles that use it (not unit length; zero when none does). A triangle without
+    /// area makes the normals of its vertices not a number.
     void UpdateNormal();
     /// Sets tu and tv of every vertex to its place in the plan range of the TIN, 0 .. 1. Nothing changes
     /// without triangles.
