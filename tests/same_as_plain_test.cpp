@@ -1,0 +1,194 @@
+// The library against the plain implementation in reference/: bit for bit the same vertices, triangles,
+// links, boundary and breaklines.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "support/compare.h"
+#include "support/mesh_oracle.h"
+
+namespace {
+
+// One input, fed to both.
+struct Pair {
+    CTin tin;
+    plain::Tin plain;
+
+    explicit Pair(const Sites& aSite) : tin(Fed(aSite)), plain(PlainFed(aSite)) {}
+
+    void AddLine(const Sites& aSite, bool bClose = false)
+    {
+        CPolyline line = LineThrough(aSite, bClose);
+        tin.AddBreakLine(line);
+        AddPlainLine(plain, aSite, bClose);
+    }
+    void SetEPS(double dEPS)
+    {
+        tin.SetEPS(dEPS);
+        plain.SetEPS(dEPS);
+    }
+    // False when the plain procedure leaves points out, which the library then brings back.
+    bool BuildBoth(double dAngle = 0.0)
+    {
+        plain::Tin bare = plain;
+        bare.breakLine.clear();
+        bare.CreateTin(0.0);
+        if (bare.LosesVertices()) {
+            return false;
+        }
+        EXPECT_EQ(tin.CreateTin(dAngle), plain.CreateTin(dAngle));
+        EXPECT_EQ(Dump(tin), Dump(plain));
+        return true;
+    }
+};
+
+Sites RandomLine(Dice& dice, int nMost)
+{
+    Sites aSite;
+    for (int i = 2 + dice.Below(nMost - 1); i > 0; --i) {
+        const double x = dice.Uniform(-5.0, 105.0), y = dice.Uniform(-5.0, 105.0);
+        aSite.push_back({x, y, dice.Uniform(0.0, 10.0)});
+    }
+    return aSite;
+}
+
+// Points of a small lattice, many of them more than once: everything is collinear or cocircular.
+Sites LatticeSites(int n, Dice& dice, double dStep)
+{
+    Sites aSite;
+    for (int i = 0; i < n; ++i) {
+        const int x = dice.Below(8), y = dice.Below(8);
+        aSite.push_back({x * dStep, y * dStep, dice.Uniform(0.0, 5.0)});
+    }
+    return aSite;
+}
+
+}   // namespace
+
+TEST(SameAsPlain, ConstructionOfEveryKindOfInput)
+{
+    Dice dice(21);
+    for (std::uint64_t nSeed = 0; nSeed < 40; ++nSeed) {
+        SCOPED_TRACE(nSeed);
+        const struct {
+            const char* szWhat;
+            Sites aSite;
+        } aCase[] = {{"random", RandomSites(3 + dice.Below(300), nSeed)},
+                     {"clustered", ClusteredSites(3 + dice.Below(300), nSeed)},
+                     {"lattice with duplicates", LatticeSites(3 + dice.Below(60), dice, 1.0)},
+                     {"lattice of steps that are no binary fractions", LatticeSites(60, dice, 0.1)},
+                     {"grid", GridSites(2 + dice.Below(9), 2 + dice.Below(9), 3.0)},
+                     {"shuffled grid", Shuffled(GridSites(9, 7, 0.7), nSeed)},
+                     {"turned grid", GridSites(9, 9, 10.0, 0.01 * static_cast<double>(nSeed))},
+                     {"far from the origin", GridSites(9, 9, 1.5, 0.1, 21530180.0, 6782553.0)},
+                     {"circle", CircleSites(5 + dice.Below(40), 10.0)}};
+        for (const auto& c : aCase) {
+            SCOPED_TRACE(c.szWhat);
+            Pair(c.aSite).BuildBoth();
+        }
+    }
+}
+
+TEST(SameAsPlain, ConstructionWithOtherTolerances)
+{
+    for (const double dEPS : {0.0, -1.0, 1e-12, 0.01, 0.3, 2.0}) {
+        for (std::uint64_t nSeed = 0; nSeed < 10; ++nSeed) {
+            SCOPED_TRACE(testing::Message() << dEPS << " seed " << nSeed);
+            Pair pair(RandomSites(200, nSeed, 20.0));
+            pair.SetEPS(dEPS);
+            pair.BuildBoth();
+        }
+    }
+}
+
+TEST(SameAsPlain, Breaklines)
+{
+    int nCompared = 0;
+    for (std::uint64_t nSeed = 0; nSeed < 120; ++nSeed) {
+        SCOPED_TRACE(nSeed);
+        Dice dice(nSeed + 1000);
+        Pair pair(nSeed % 3 == 0 ? LatticeSites(50, dice, 10.0) : RandomSites(10 + dice.Below(150), nSeed));
+        for (int i = 1 + dice.Below(5); i > 0; --i) {   // crossing each other and leaving the hull
+            pair.AddLine(RandomLine(dice, 6), dice.Below(3) == 0);
+        }
+        if (nSeed % 3 == 0) {   // along and through lattice points
+            pair.AddLine({{0, 0, 1}, {70, 70, 2}});
+            pair.AddLine({{10, 10, 1}, {60, 10, 2}, {60, 10, 2}, {60, 60, 3}, {10, 60, 4}}, true);
+        }
+        nCompared += pair.BuildBoth() ? 1 : 0;
+    }
+    EXPECT_GT(nCompared, 100) << "most inputs must really be compared";
+}
+
+TEST(SameAsPlain, Trimming)
+{
+    for (std::uint64_t nSeed = 0; nSeed < 60; ++nSeed) {
+        SCOPED_TRACE(nSeed);
+        Dice dice(nSeed);
+        const double dAngle = dice.Uniform(0.0, 0.9);
+        Pair pair(nSeed % 2 == 0 ? RandomSites(150, nSeed) : ClusteredSites(150, nSeed));
+        if (!pair.BuildBoth(dAngle)) {
+            continue;
+        }
+        EXPECT_EQ(pair.tin.SelectTriWithAngle(0.6), pair.plain.SelectTriWithAngle(0.6));
+        EXPECT_EQ(Dump(pair.tin), Dump(pair.plain));
+        EXPECT_EQ(pair.tin.SelectTriWithLength(9.0), pair.plain.SelectTriWithLength(9.0));
+        EXPECT_EQ(Dump(pair.tin), Dump(pair.plain));
+        EXPECT_EQ(pair.tin.DelTriWithAngle(0.8, 0), pair.plain.DelTriWithAngle(0.8, 0));
+        EXPECT_EQ(Dump(pair.tin), Dump(pair.plain)) << "corners trimmed too";
+    }
+}
+
+// Normals go with their triangles from the moment there are as many of them, which may be on the way; and
+// links that lead nowhere, or one way only, are renumbered like all others.
+TEST(SameAsPlain, TrimmingWithStaleNormalsAndDamagedLinks)
+{
+    for (int nSeed = 0; nSeed < 40; ++nSeed) {
+        SCOPED_TRACE(nSeed);
+        Pair pair(RandomSites(80, static_cast<std::uint64_t>(nSeed)));
+        ASSERT_TRUE(pair.BuildBoth());
+        Dice dice(static_cast<std::uint64_t>(nSeed) + 500);
+        for (int i = 0; i < nSeed / 2; ++i) {
+            const int t = dice.Below(pair.tin.GetTriSize()), k = dice.Below(3);
+            pair.tin.m_aTri[t].m_nNeighbor[k] = pair.plain.tri[t].n[k] = dice.Below(pair.tin.GetTriSize());
+        }
+        const int nNormals = pair.tin.GetTriSize() - dice.Below(30);
+        pair.plain.triNormal.SetSize(nNormals);
+        pair.tin.m_aTriNormal.SetSize(nNormals);
+        for (int i = 0; i < nNormals; ++i) {
+            pair.tin.m_aTriNormal[i].x = pair.plain.triNormal[i].x = i;
+        }
+        EXPECT_EQ(pair.tin.DelTriWithAngle(0.7, nSeed % 2), pair.plain.DelTriWithAngle(0.7, nSeed % 2));
+        EXPECT_EQ(Dump(pair.tin), Dump(pair.plain));
+        ASSERT_EQ(pair.tin.m_aTriNormal.GetSize(), pair.plain.triNormal.Size());
+        for (int i = 0; i < pair.tin.m_aTriNormal.GetSize(); ++i) {
+            EXPECT_EQ(pair.tin.m_aTriNormal[i].x, pair.plain.triNormal[i].x);
+        }
+    }
+}
+
+TEST(SameAsPlain, Shapes)
+{
+    Pair pair(RandomSites(60, 77));
+    ASSERT_TRUE(pair.BuildBoth());
+    for (int t = -1; t <= pair.tin.GetTriSize(); ++t) {
+        for (int k = -1; k <= 3; ++k) {
+            double a = -7, b = -7;
+            EXPECT_EQ(pair.tin.GetLength(t, k), pair.plain.GetLength(t, k));
+            EXPECT_EQ(pair.tin.GetAngleXY(t, k, a), pair.plain.GetAngleXY(t, k, b));
+            EXPECT_EQ(a, b);
+            a = b = -7;
+            EXPECT_EQ(pair.tin.GetTriSedeLengthXY(t, k, a), pair.plain.GetTriSedeLengthXY(t, k, b));
+            EXPECT_EQ(a, b);
+        }
+        double a[4] = {-7, -7, -7, -7}, b[4] = {-7, -7, -7, -7};
+        EXPECT_EQ(pair.tin.GetMinAngle2(t, a[0]), pair.plain.GetMinAngle2(t, b[0]));
+        EXPECT_EQ(pair.tin.Get2ndAngle(t, a[1]), pair.plain.Get2ndAngle(t, b[1]));
+        EXPECT_EQ(pair.tin.GetMaxLengthXY(t, a[2]), pair.plain.GetMaxLengthXY(t, b[2]));
+        EXPECT_EQ(pair.tin.GetMaxLength(t, a[3]), pair.plain.GetMaxLength(t, b[3]));
+        for (int i = 0; i < 4; ++i) {
+            EXPECT_EQ(a[i], b[i]);
+        }
+    }
+}

@@ -1,0 +1,149 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "support/fixtures.h"
+#include "support/mesh_oracle.h"
+
+namespace {
+
+const double kDegree = std::acos(-1.0) / 180.0;
+
+// A square with its centre, and a flat fifth triangle below it on the edge 0-1: base angles 5.7 degrees.
+CTin SquareWithSliver()
+{
+    CTin tin = SquareOnPlane(0, 0, 0);
+    const int nVt = tin.AddPoint(5, -0.5, 0);
+    EXPECT_EQ(tin.CreateTin(0.0), 1);
+    EXPECT_EQ(tin.CheckPtUsed(nVt), 1);
+    return tin;
+}
+
+}   // namespace
+
+TEST(Shape, MeasuresAnglesAndLengthsOfATriangle)
+{
+    CTin tin = Fed({{9, 9, 9}, {8, 9, 9}, {9, 8, 9}, {0, 0, 0}, {4, 0, 12}, {4, 3, 0}});
+    tin.AddTri(0, 1, 2);
+    tin.AddTri(3, 4, 5);   // right-angled at slot 1, sides 4, 3, 5 in plan
+    double d = -7;
+    EXPECT_EQ(tin.GetAngleXY(1, 1, d), 1);
+    EXPECT_NEAR(d, 90 * kDegree, 1e-15);
+    EXPECT_NEAR(tin.GetMinAngle(1), std::atan2(3, 4), 1e-15);
+    EXPECT_EQ(tin.GetMinAngle2(1, d), 0);
+    EXPECT_NEAR(d, std::atan2(3, 4), 1e-15);
+    EXPECT_EQ(tin.Get2ndAngle(1, d), 2);
+    EXPECT_NEAR(d, std::atan2(4, 3), 1e-15);
+    EXPECT_EQ(tin.GetMaxLengthXY(1, d), 2);
+    EXPECT_EQ(d, 5.0);
+    EXPECT_EQ(tin.GetMaxLength(1, d), 0) << "sqrt(160) along the first edge, in space";
+    EXPECT_EQ(d, std::sqrt(160.0));
+    EXPECT_EQ(tin.GetLength(1, 1), std::sqrt(153.0));
+    EXPECT_EQ(tin.GetLength(0, 1), 0.0) << "triangle 0 always measures 0";
+    EXPECT_EQ(tin.GetTriSedeLengthXY(1, 1, d), 1);
+    EXPECT_EQ(d, 3.0);
+}
+
+TEST(Shape, AnswersBadArgumentsAsDescribed)
+{
+    CTin tin = SquareOnPlane(0, 0, 0);
+    double d = -7;
+    EXPECT_EQ(tin.GetTriSedeLengthXY(4, 0, d), 0);
+    EXPECT_EQ(tin.GetTriSedeLengthXY(0, 3, d), 0);
+    EXPECT_EQ(tin.GetMinAngle2(-1, d), -1);
+    EXPECT_EQ(tin.Get2ndAngle(4, d), -1);
+    EXPECT_EQ(d, -7.0) << "not written";
+    EXPECT_EQ(tin.GetMaxLength(4, d), -1);
+    EXPECT_EQ(d, 0.0);
+    d = -7;
+    EXPECT_EQ(tin.GetAngleXY(0, 3, d), 0);
+    EXPECT_EQ(d, 0.0);
+    EXPECT_EQ(tin.GetLength(1, 3), 0.0);
+    EXPECT_EQ(tin.GetMinAngle(99), 0.0);
+}
+
+TEST(Shape, TakesTheFirstOfEqualOnes)
+{
+    CTin tin = Fed({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {2, 2, 2}, {2, 2, 2}, {2, 2, 2}});
+    tin.AddTri(0, 1, 2);
+    tin.AddTri(3, 4, 5);
+    double d = -7;
+    EXPECT_EQ(tin.GetMinAngle2(0, d), 0) << "45 degrees at slots 0 and 2";
+    EXPECT_EQ(tin.GetMaxLengthXY(1, d), 0);
+    EXPECT_EQ(d, 0.0) << "a triangle without extent";
+}
+
+TEST(Trimming, CutsOuterTrianglesWithThinBaseAngles)
+{
+    CTin tin = SquareWithSliver();
+    const int nBefore = tin.GetTriSize();
+    EXPECT_EQ(tin.DelTriWithAngle(0.0, 1), 1);
+    EXPECT_EQ(tin.DelTriWithAngle(std::numeric_limits<double>::quiet_NaN(), 1), 1);
+    EXPECT_EQ(tin.DelTriWithAngle(-1.0, 1), 1);
+    EXPECT_EQ(tin.GetTriSize(), nBefore);
+    EXPECT_EQ(tin.DelTriWithAngle(kDegree, 1), 1);
+    EXPECT_EQ(tin.GetTriSize(), nBefore) << "no angle that small";
+}
+
+// A clustered survey: the hull is spanned by long thin triangles. What stays must have no qualifying
+// triangle but the exempt one in front, and be sound.
+TEST(Trimming, EndsWhenNothingQualifies)
+{
+    CTin tin = Built(ClusteredSites(400, 41), 10 * kDegree);
+    EXPECT_TRUE(IsSound(tin));
+    int nLeft = 0;
+    for (int t = 1; t < tin.GetTriSize(); ++t) {
+        int a[3], nOuter = 0;
+        tin.GetNextTri(t, a[0], a[1], a[2]);
+        for (int k = 0; k < 3; ++k) {
+            nOuter += a[k] < 0;
+        }
+        for (int k = 0; k < 3 && nOuter == 1; ++k) {
+            double dStart = 0, dEnd = 0;
+            tin.GetAngleXY(t, (k + 2) % 3, dStart);
+            tin.GetAngleXY(t, k, dEnd);
+            nLeft += a[k] < 0 && (dStart <= 10 * kDegree || dEnd <= 10 * kDegree);
+        }
+    }
+    EXPECT_EQ(nLeft, 0);
+    EXPECT_GT(tin.GetTriSize(), 100);
+    EXPECT_LT(tin.GetTriSize(), Built(ClusteredSites(400, 41)).GetTriSize());
+}
+
+TEST(Trimming, SparesCornersUnlessToldOtherwise)
+{
+    CTin tin = Built({{0, 0, 0}, {10, 0, 0}, {10, 0.5, 0}, {0, 0.5, 0}});   // two thin corner triangles
+    EXPECT_EQ(tin.DelTriWithAngle(10 * kDegree, 1), 1);
+    EXPECT_EQ(tin.GetTriSize(), 2);
+    EXPECT_EQ(tin.DelTriWithAngle(10 * kDegree, 0), 1);
+    EXPECT_EQ(tin.GetTriSize(), 1) << "the one that moved to the front is not examined again";
+    EXPECT_EQ(tin.DelTriWithAngle(10 * kDegree, 0), 1);
+    EXPECT_EQ(tin.GetPointSize(), 0) << "deleting the only triangle empties the object";
+}
+
+TEST(Selecting, MarksTheOuterTrianglesOnly)
+{
+    CTin tin = Built(GridSites(5, 5, 1.0));
+    EXPECT_EQ(tin.SelectTriWithAngle(40 * kDegree), 0) << "all base angles are 45 or 90 degrees";
+    int nOuter = 0;
+    for (int t = 0; t < tin.GetTriSize(); ++t) {
+        int a = 0, b = 0, c = 0;
+        tin.GetNextTri(t, a, b, c);
+        nOuter += a < 0 || b < 0 || c < 0;
+    }
+    EXPECT_EQ(tin.SelectTriWithAngle(46 * kDegree), nOuter);
+    int nMarked = 0;
+    for (int t = 0; t < tin.GetTriSize(); ++t) {
+        nMarked += tin.m_aTri[t].m_bSelect;
+    }
+    EXPECT_EQ(nMarked, nOuter);
+    EXPECT_EQ(tin.SelectTriWithLength(1e9), 0);
+    EXPECT_EQ(tin.m_aTri[0].m_bSelect, 0) << "earlier marks are taken off";
+    // The edge measured follows the outer one; with a limit below every length all outer triangles but
+    // number 0 are selected.
+    const int nSelected = tin.SelectTriWithLength(0.0);
+    int a = 0, b = 0, c = 0;
+    tin.GetNextTri(0, a, b, c);
+    EXPECT_EQ(nSelected, nOuter - (a < 0 || b < 0 || c < 0 ? 1 : 0));
+}
