@@ -2,10 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 #include "base/sort_key.h"
+#include "support/compare.h"
 #include "support/fixtures.h"
+#include "support/mesh_oracle.h"
 #include "tin/internal/lines.h"
 #include "tin/internal/plan.h"
 
@@ -415,6 +418,87 @@ TEST(DanglingIndices, ReadAsTheZeroRecordInQueries)
     EXPECT_EQ(a[4], 0.0);
     CXYZ n;
     EXPECT_EQ(tin.GetNVec(n), 1);
+}
+
+// --- the same bits as the plain procedures
+
+bool SameBits(double a, double b)
+{
+    return std::memcmp(&a, &b, sizeof a) == 0 || (std::isnan(a) && std::isnan(b));
+}
+
+void CompareOfATriangle(CTin& tin, const plain::Tin& reference, int t)
+{
+    SCOPED_TRACE(testing::Message() << "triangle " << t);
+    CXYZ n;
+    plain::Point nPlain;
+    ASSERT_EQ(tin.GetNVec(t, n), reference.GetNVec(t, nPlain));
+    EXPECT_TRUE(SameBits(n.x, nPlain.x) && SameBits(n.y, nPlain.y) && SameBits(n.z, nPlain.z));
+    EXPECT_TRUE(SameBits(tin.CalTriArea(t), reference.CalTriArea(t)));
+    EXPECT_TRUE(SameBits(tin.CalTriAreaXY(t), reference.CalTriAreaXY(t)));
+    double a[6];
+    plain::Point low, high;
+    ASSERT_EQ(tin.GetRange(t, a[0], a[1], a[2], a[3], a[4], a[5]), reference.GetRange(t, low, high));
+    EXPECT_TRUE(SameBits(a[0], low.x) && SameBits(a[2], low.y) && SameBits(a[5], high.z));
+}
+
+void CompareAtAPlace(CTin& tin, const plain::Tin& reference, int nStart, double x, double y)
+{
+    SCOPED_TRACE(testing::Message() << "at " << x << ", " << y);
+    EXPECT_EQ(tin.PtInTri(nStart, x, y), reference.PtInTri(nStart, x, y));
+    EXPECT_EQ(tin.PtInTriIncludeBack(nStart, x, y), reference.PtInTriIncludeBack(nStart, x, y));
+    EXPECT_EQ(tin.PtInTin(x, y), reference.PtInTin(x, y));
+    EXPECT_EQ(tin.PtInTinIncludeBack(x, y), reference.PtInTinIncludeBack(x, y));
+    double z = 0.0, zPlain = 0.0, a[4] = {}, aPlain[4] = {};
+    int nTri = 0, nTriPlain = 0;
+    EXPECT_EQ(tin.InterpolateForPlane(nStart, x, y, z, nTri),
+              reference.InterpolateForPlane(nStart, x, y, zPlain, nTriPlain));
+    EXPECT_EQ(nTri, nTriPlain);
+    EXPECT_TRUE(SameBits(z, zPlain)) << z << " and " << zPlain;
+    EXPECT_EQ(tin.CalZonPlane(nStart, x, y, z), reference.CalZonPlane(nStart, x, y, zPlain));
+    EXPECT_TRUE(SameBits(z, zPlain)) << z << " and " << zPlain;
+    EXPECT_EQ(tin.NearestOutsideTin(x, y, a[0], a[1], a[2], a[3]),
+              reference.NearestOutsideTin(x, y, aPlain[0], aPlain[1], aPlain[2], aPlain[3]));
+    for (int k = 0; k < 4; ++k) {
+        EXPECT_TRUE(SameBits(a[k], aPlain[k])) << a[k] << " and " << aPlain[k];
+    }
+}
+
+// At large coordinates, where every rounding shows.
+TEST(SameAsPlain, QueriesToTheLastBit)
+{
+    Dice dice(77);
+    Sites aSite = RandomSites(120, 41);
+    for (Site& s : aSite) {
+        s = {s.x + 654321.0, s.y + 4123456.7, s.z * 10.0};
+    }
+    CTin tin = Built(aSite);
+    plain::Tin reference = PlainFed(aSite);
+    ASSERT_EQ(reference.CreateTin(0.0), 1);
+    ASSERT_EQ(Dump(tin), Dump(reference));
+    for (int i = 0; i < 7; ++i) {   // an odd list of edges that lead anywhere
+        tin.m_aBoundary.SetAtGrow(i, dice.Below(120));
+    }
+    reference.boundary.SetSize(tin.m_aBoundary.GetSize());
+    for (int i = 0; i < tin.m_aBoundary.GetSize(); ++i) {
+        reference.boundary[i] = tin.m_aBoundary[i];
+    }
+    for (int t = 0; t < tin.GetTriSize(); ++t) {
+        CompareOfATriangle(tin, reference, t);
+    }
+    for (int i = 0; i < 500; ++i) {
+        CompareAtAPlace(tin, reference, dice.Below(tin.GetTriSize()), 654321.0 + dice.Uniform(-9, 109),
+                        4123456.7 + dice.Uniform(-9, 109));
+    }
+    for (const Site& s : aSite) {
+        CompareAtAPlace(tin, reference, dice.Below(tin.GetTriSize()), s.x, s.y);
+    }
+    EXPECT_TRUE(SameBits(tin.CalAllArea(), reference.CalAllArea()));
+    EXPECT_TRUE(SameBits(tin.CalAllAreaXY(), reference.CalAllAreaXY()));
+    CXYZ n;
+    plain::Point nPlain;
+    EXPECT_EQ(tin.GetNVec(n), reference.GetNVec(nPlain));
+    EXPECT_TRUE(SameBits(n.x, nPlain.x) && SameBits(n.y, nPlain.y) && SameBits(n.z, nPlain.z));
 }
 
 }   // namespace
