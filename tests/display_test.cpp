@@ -276,7 +276,7 @@ CTin Heap(int nTriangles, std::uint64_t nSeed, double dSnap)
 {
     Dice dice(nSeed);
     Sites aSite;
-    Corners aCorner;
+    TriangleList aCorner;
     for (int t = 0; t < nTriangles; ++t) {
         const double x = dice.Uniform(0, 10), y = dice.Uniform(0, 10), z = dice.Uniform(0, 5);
         const double dSize = std::exp(dice.Uniform(-3, 2));
@@ -314,7 +314,7 @@ TEST(PaintingOrder, RefinedAsByThePlainProcedure)
 CTin RingOfBars(int nRings)
 {
     Sites aSite;
-    Corners aCorner;
+    TriangleList aCorner;
     for (int r = 0; r < nRings; ++r) {
         for (int k = 0; k < 3; ++k) {
             const double dAngle = 2.0943951023931953 * k, c = std::cos(dAngle), s = std::sin(dAngle);

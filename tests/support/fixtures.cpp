@@ -99,7 +99,7 @@ CTin Built(const Sites& aSite, double dAngle)
     return tin;
 }
 
-CTin Assembled(const Sites& aSite, const Corners& aCorner)
+CTin Assembled(const Sites& aSite, const TriangleList& aCorner)
 {
     CTin tin = Fed(aSite);
     for (const auto& corner : aCorner) {

@@ -45,8 +45,8 @@ CTin Fed(const Sites& aSite);
 CTin Built(const Sites& aSite, double dAngle = 0.0);
 
 // A TIN of just these vertices and triangles, without links.
-using Corners = std::vector<std::array<int, 3>>;
-CTin Assembled(const Sites& aSite, const Corners& aCorner);
+using TriangleList = std::vector<std::array<int, 3>>;
+CTin Assembled(const Sites& aSite, const TriangleList& aCorner);
 
 // A polyline through places.
 CPolyline LineThrough(const Sites& aSite, bool bClose = false);
