@@ -21,11 +21,13 @@ set(QSV_SOURCES
   tin/internal/painting_order.cpp
   tin/internal/plan.cpp
   tin/internal/plan_index.cpp
+  tin/internal/recent_triangles.cpp
   tin/internal/vertex_walk.cpp
   tin/mesh_check.cpp
   tin/tin_model/build.cpp
   tin/tin_model/careful_build.cpp
   tin/tin_model/input.cpp
+  tin/tin_model/insertion.cpp
   tin/tin_model/lifecycle.cpp
   tin/tin_model/locate.cpp
   tin/tin_model/optimise.cpp

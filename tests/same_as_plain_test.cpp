@@ -90,12 +90,43 @@ TEST(SameAsPlain, ConstructionOfEveryKindOfInput)
     }
 }
 
+// Enough points for searches to start from the grid of recent triangles. Pairs of points at about the
+// tolerance from each other, and points almost in line, are where starts could lead to different ends.
+TEST(SameAsPlain, ConstructionOfManyPoints)
+{
+    for (std::uint64_t nSeed = 0; nSeed < 6; ++nSeed) {
+        SCOPED_TRACE(nSeed);
+        Dice dice(nSeed);
+        Sites aPaired = RandomSites(1000, nSeed, 10.0), aInLine = RandomSites(600, nSeed + 50, 10.0);
+        for (size_t i = 0; i < 1000; ++i) {
+            const double dReach = std::exp(dice.Uniform(-16.0, -9.0));   // 1e-7 .. 1e-4
+            const double dx = dice.Uniform(-dReach, dReach), dy = dice.Uniform(-dReach, dReach);
+            aPaired.push_back({aPaired[i].x + dx, aPaired[i].y + dy, 0.0});
+            const double t = dice.Uniform(0.0, 10.0);
+            aInLine.push_back({t, 3.0 + 0.5 * t + dy, 0.0});
+        }
+        const struct {
+            const char* szWhat;
+            Sites aSite;
+        } aCase[] = {{"random", RandomSites(4000, nSeed)},
+                     {"clustered", ClusteredSites(2500, nSeed)},
+                     {"pairs", Shuffled(aPaired, nSeed)},
+                     {"almost in line", Shuffled(aInLine, nSeed)},
+                     {"shuffled grid", Shuffled(GridSites(50, 60, 0.7), nSeed)},
+                     {"shuffled grid, turned", Shuffled(GridSites(50, 60, 0.7, 0.4, 3e5, 4e6), nSeed)}};
+        for (const auto& c : aCase) {
+            SCOPED_TRACE(c.szWhat);
+            Pair(c.aSite).BuildBoth();
+        }
+    }
+}
+
 TEST(SameAsPlain, ConstructionWithOtherTolerances)
 {
-    for (const double dEPS : {0.0, -1.0, 1e-12, 0.01, 0.3, 2.0}) {
+    for (const double dEPS : {0.0, -1.0, 1e-12, 1e-4, 0.01, 0.3, 2.0}) {
         for (std::uint64_t nSeed = 0; nSeed < 10; ++nSeed) {
             SCOPED_TRACE(testing::Message() << dEPS << " seed " << nSeed);
-            Pair pair(RandomSites(200, nSeed, 20.0));
+            Pair pair(RandomSites(200 + 100 * static_cast<int>(nSeed), nSeed, 20.0));
             pair.SetEPS(dEPS);
             pair.BuildBoth();
         }

@@ -1,6 +1,7 @@
 #include "tin/internal/limits.h"
 #include "tin/tin.h"
 #include "tin/tin_model/careful_build.h"
+#include "tin/tin_model/insertion.h"
 
 int CTin::CreateTin(double dAngle)
 {
@@ -32,19 +33,19 @@ int CTin::Triangulation()
     for (int i = 0; i < m_aBoundary.GetSize(); ++i) {
         aOnHull[m_aBoundary[i]] = 1;
     }
-    int nTriCount = m_aTri.GetSize();
-    int nLastTri = 0;
+    const int nFanCount = m_aTri.GetSize();
     m_aTri.SetSize(qsv::kTrianglesPerVertex * nVertices, -1);
     m_nOptimDepth = 0;
+    qsv::Inserter inserter(*this, nFanCount);
     for (int nVt = 0; nVt < nVertices; ++nVt) {
         if (!aOnHull[nVt]) {
-            DivideTri(nVt, nTriCount, nLastTri);
+            inserter.Insert(nVt);
         }
     }
-    if (qsv::HasMissedVertex(*this, nTriCount)) {
+    if (qsv::HasMissedVertex(*this, inserter.TriangleCount())) {
         qsv::BuildCarefully(*this);
     } else {
-        m_aTri.SetSize(nTriCount, -1);
+        m_aTri.SetSize(inserter.TriangleCount(), -1);
     }
     return m_aTri.IsEmpty() ? 0 : 1;
 }
