@@ -152,9 +152,8 @@ int Tin::BreakLine1(const BreakLine& bl, int& triCount, int& vtCount)
         if (seg >= n || (!bl.closed && seg >= n - 1)) return 1;
         const int s1 = (s + 1) % 3, P = tri[t].v[s], Q = tri[t].v[s1], u = tri[t].n[(s + 2) % 3];
         if (!IsTri(u)) return 1;
-        int k = 0;
-        while (k < 3 && tri[u].n[k] != t) ++k;
-        if (k == 3) return 1;
+        const int k = LinkSlot(u, t, tri[t].v[(s + 2) % 3], Q);
+        if (k < 0) return 1;
         const int k1 = (k + 1) % 3, W = tri[u].v[k1];
         Point cross;
         const int state = CheckStateOfBL(bl, seg, u, k, cross);
@@ -167,13 +166,13 @@ int Tin::BreakLine1(const BreakLine& bl, int& triCount, int& vtCount)
         triCount += 2;
         if (t2 >= tri.Size()) tri.SetSize(t2 + 1);
         const int n1 = tri[t].n[s1];
-        Relink(n1, t, t1);
+        Relink(n1, t, t1, Q, P);
         tri[t1] = Tri{{P, Q, X}, {t, n1, t2}, 0};
         tri[t].v[s1] = X;
         tri[t].n[s1] = t1;
 
         const int n2 = tri[u].n[k1];
-        Relink(n2, u, t2);
+        Relink(n2, u, t2, W, Q);
         tri[t2] = Tri{{X, Q, W}, {u, t1, n2}, 0};
         tri[u].v[k] = X;
         tri[u].n[k1] = t2;

@@ -387,15 +387,22 @@ void Tin::DivideTriOnSide(int vt, int& triCount, int t, int side)
     }
 }
 
-void Tin::Relink(int t, int from, int to)
+// The slot of triangle t that holds `of` across the edge from a to b; without one, the first that holds it.
+int Tin::LinkSlot(int t, int of, int a, int b) const
 {
-    if (!IsTri(t)) return;
-    for (int& n : tri[t].n) {
-        if (n == from) {
-            n = to;
-            return;
-        }
+    int first = -1;
+    for (int k = 2; k >= 0; --k) {
+        if (tri[t].n[k] != of) continue;
+        if (tri[t].v[(k + 2) % 3] == a && tri[t].v[k] == b) return k;
+        first = k;
     }
+    return first;
+}
+
+void Tin::Relink(int t, int from, int to, int a, int b)
+{
+    const int slot = IsTri(t) ? LinkSlot(t, from, a, b) : -1;
+    if (slot >= 0) tri[t].n[slot] = to;
 }
 
 // Triangle t becomes three that meet at p. Returns them in the order in which they are to be optimised.
@@ -408,8 +415,8 @@ std::vector<int> Tin::SplitInside(int p, int& triCount, int t)
     tri[t] = Tri{{p, a, b}, {t1, t2, old.n[1]}, old.sel};
     tri[t1] = Tri{{p, b, c}, {t2, t, old.n[2]}, 0};
     tri[t2] = Tri{{p, c, a}, {t, t1, old.n[0]}, 0};
-    Relink(old.n[0], t, t2);
-    Relink(old.n[2], t, t1);
+    Relink(old.n[0], t, t2, a, c);
+    Relink(old.n[2], t, t1, c, b);
     triCount += 2;
     return {t, t1, t2};
 }
@@ -423,23 +430,23 @@ std::vector<int> Tin::SplitOnSide(int p, int& triCount, int t, int k)
     const bool hasU = IsTri(u);
     if (tri.Size() < triCount + (hasU ? 2 : 1)) tri.SetSize(triCount + (hasU ? 2 : 1));
     const Tri oldU = hasU ? tri[u] : Tri();
+    const int linkOfU = hasU ? LinkSlot(u, t, v[k1], v[k]) : -1;
     tri[t] = Tri{{p, v[k2], v[k]}, {hasU ? u : -1, t1, s[k]}, old.sel};
     tri[t1] = Tri{{p, v[k1], v[k2]}, {t, hasU ? t3 : -1, s[k2]}, 0};
-    Relink(s[k2], t, t1);
+    Relink(s[k2], t, t1, v[k2], v[k1]);
     if (!hasU) {
         triCount += 1;
         return {t, t1};
     }
     const int *w = oldU.v, *m = oldU.n;
-    int j = 0;
-    while (j < 3 && m[j] != t) ++j;
-    if (j == 3) {
+    const int j = linkOfU;
+    if (j < 0) {
         return {};
     }
     const int j1 = (j + 1) % 3, j2 = (j + 2) % 3;
     tri[u] = Tri{{p, w[j], w[j1]}, {t3, t, m[j1]}, oldU.sel};
     tri[t3] = Tri{{p, w[j1], w[j2]}, {t1, u, m[j2]}, 0};
-    Relink(m[j2], u, t3);
+    Relink(m[j2], u, t3, w[j2], w[j1]);
     triCount += 2;
     return {t, t1, u, t3};
 }
@@ -450,9 +457,8 @@ void Tin::Optimization(int t, int s)
     const int P = tri[t].v[s], Q = tri[t].v[(s + 1) % 3], R = tri[t].v[(s + 2) % 3],
               u = tri[t].n[(s + 2) % 3];
     if (!IsTri(u)) return;
-    int j = 0;
-    while (j < 3 && tri[u].n[j] != t) ++j;
-    if (j == 3) return;
+    const int j = LinkSlot(u, t, R, Q);
+    if (j < 0) return;
     const int D = tri[u].v[(j + 1) % 3];
     if (CheckOptim(R, P, Q, D) || !SwapTri(t, s, u, j)) return;
     ++optimDepth;
@@ -491,12 +497,8 @@ int Tin::SwapTri(int t, int s, int u, int j)
     tri[t].n[k] = y;
     tri[u].n[m] = t;
     tri[u].n[j] = x;
-    for (int slot = 0; slot < 3; ++slot) {
-        if (IsTri(y) && tri[y].n[slot] == u) tri[y].n[slot] = t;
-    }
-    for (int slot = 0; slot < 3; ++slot) {
-        if (IsTri(x) && tri[x].n[slot] == t) tri[x].n[slot] = u;
-    }
+    Relink(y, u, t, D, Q);
+    Relink(x, t, u, P, R);
     return 1;
 }
 

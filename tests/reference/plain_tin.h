@@ -207,7 +207,8 @@ struct Tin {
     const Point& At(int t, int slot) const { return vertex[tri[t].v[slot % 3]]; }
     bool IsTri(int t) const { return t >= 0 && t < tri.Size(); }
     // In triangle t, the first link to one triangle becomes a link to another; t may be none.
-    void Relink(int t, int from, int to);
+    int LinkSlot(int t, int of, int a, int b) const;
+    void Relink(int t, int from, int to, int a, int b);
 };
 
 }   // namespace plain
