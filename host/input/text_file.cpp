@@ -17,6 +17,12 @@ struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
+// A zero byte near the beginning tells that it is none, nor UTF-16.
+bool LooksLikeText(std::string_view text)
+{
+    return text.substr(0, 4096).find('\0') == std::string_view::npos;
+}
+
 std::string ReadAll(const std::string& path)
 {
     std::error_code ignored;
@@ -31,6 +37,7 @@ std::string ReadAll(const std::string& path)
     std::array<char, 1 << 16> block;
     while (const std::size_t got = std::fread(block.data(), 1, block.size(), file.get())) {
         text.append(block.data(), got);
+        if (!LooksLikeText(text)) break;   // a device could go on for ever
     }
     if (std::ferror(file.get())) {
         throw Failure("cannot read " + path + " to its end: " + std::strerror(errno));
@@ -61,7 +68,7 @@ void TextFile::CheckIsText()
         throw Failure(m_path + " is UTF-16 text; save it as UTF-8 or plain text");
     }
     const std::string_view beginning = std::string_view(m_text).substr(0, 4096);
-    if (beginning.find('\0') != std::string_view::npos) {
+    if (!LooksLikeText(m_text)) {
         throw Failure(m_path + " is not a text file; give lines of x y z");
     }
     if (StartsWith(Trimmed(beginning), "<?xml")) {
