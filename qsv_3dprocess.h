@@ -11,6 +11,8 @@
 #include "platform/afx_file.h"
 #include "platform/afx_point.h"
 #include "platform/afx_string.h"
+#include "projection/projection.h"
+#include "tin/mesh_check.h"
 #include "tin/tin.h"
 
 #endif

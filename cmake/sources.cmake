@@ -56,6 +56,8 @@ set(QSV_SOURCES
   tin/tin_display/depth_order.cpp
   tin/tin_display/pick.cpp
   tin/tin_display/shading.cpp
+  projection/matrix_inverse.cpp
+  projection/projection.cpp
 )
 
 # The public surface: these headers are installed, and nothing else is.
@@ -70,6 +72,7 @@ set(QSV_PUBLIC_HEADERS
   base/rotation.h
   base/sort_key.h
   base/xyz.h
+  projection/projection.h
   tin/breakline.h
   tin/mesh_check.h
   tin/tin.h
