@@ -132,6 +132,7 @@ void StitchFill(Tin& tin, const Tin& fill, const List<int>& ring)
                 Tri& beside = tin.tri[u];
                 for (int m = 0; m < 3 && beside.sel == kBeside; ++m) {
                     if (beside.v[(m + 2) % 3] != b || beside.v[m] != a) continue;
+                    if (beside.n[m] >= 0 && tin.tri[beside.n[m]].sel != kFan) continue;   // not at the hole
                     beside.n[m] = t;
                     tin.tri[t].n[k] = u;
                     break;

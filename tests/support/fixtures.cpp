@@ -124,6 +124,11 @@ CPolyline LineThrough(const Sites& aSite, bool bClose)
     return line;
 }
 
+std::vector<int> ToVector(const CArray<int>& aIndex)
+{
+    return std::vector<int>(aIndex.GetData(), aIndex.GetData() + aIndex.GetSize());
+}
+
 CTin SquareOnPlane(double a, double b, double c)
 {
     Sites aSite = {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}, {5, 5, 0}};

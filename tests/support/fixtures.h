@@ -51,6 +51,9 @@ CTin Assembled(const Sites& aSite, const TriangleList& aCorner);
 // A polyline through places.
 CPolyline LineThrough(const Sites& aSite, bool bClose = false);
 
+// A list of indices in a form that compares and prints.
+std::vector<int> ToVector(const CArray<int>& aIndex);
+
 // A 10 x 10 square with its centre, on the plane z = ax + by + c.
 CTin SquareOnPlane(double a, double b, double c);
 

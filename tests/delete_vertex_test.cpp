@@ -1,0 +1,368 @@
+// Vertices taken out of level, steep, closed and damaged surfaces.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <cstring>
+
+#include "support/compare.h"
+#include "support/mesh_oracle.h"
+#include "tin/internal/edge_ring.h"
+
+namespace {
+
+bool IsSelected(const CTin& tin)
+{
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        if (tin.m_aTri[t].m_bSelect != 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The vertices of tin are those of before without number nVt, to the bit.
+testing::AssertionResult HasLostOnly(const CTin& tin, const CTin& before, int nVt)
+{
+    if (tin.m_aVertex.GetSize() != before.m_aVertex.GetSize() - 1) {
+        return testing::AssertionFailure() << tin.m_aVertex.GetSize() << " vertices";
+    }
+    for (int i = 0; i < tin.m_aVertex.GetSize(); ++i) {
+        const CXYZ &p = tin.m_aVertex[i], &q = before.m_aVertex[i < nVt ? i : i + 1];
+        if (std::memcmp(&p.x, &q.x, 3 * sizeof(double)) != 0) {
+            return testing::AssertionFailure() << "vertex " << i << " has moved";
+        }
+    }
+    return testing::AssertionSuccess();
+}
+
+double PlanArea(const CTin& tin)
+{
+    double dArea2 = 0.0;   // from differences: far from the origin CalAllAreaXY has too few digits
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        const int* const nVt = tin.m_aTri[t].m_nVertex;
+        const CXYZ u = tin.m_aVertex[nVt[1]] - tin.m_aVertex[nVt[0]];
+        const CXYZ w = tin.m_aVertex[nVt[2]] - tin.m_aVertex[nVt[0]];
+        dArea2 += u.x * w.y - u.y * w.x;
+    }
+    return dArea2 / 2.0;
+}
+
+bool IsOnOutline(const CTin& tin, int nVt)
+{
+    CTin copy = tin;
+    copy.UpdateBoundary();
+    const std::vector<int> aPair = ToVector(copy.m_aBoundary);
+    return std::find(aPair.begin(), aPair.end(), nVt) != aPair.end();
+}
+
+// Every link leads somewhere, comes back across the same edge, and no edge is open or used twice.
+testing::AssertionResult IsClosed(const CTin& tin)
+{
+    CArray<CMeshFault> aFault;
+    FindMeshFaults(tin, aFault, 1);
+    if (!aFault.IsEmpty() && aFault[0].m_eKind < MESH_FAULT_CLOCKWISE) {
+        return testing::AssertionFailure()
+               << GetMeshFaultText(aFault[0].m_eKind) << ", triangle " << aFault[0].m_nTri;
+    }
+    CTin copy = tin;
+    copy.UpdateBoundary();
+    return copy.m_aBoundary.IsEmpty() ? testing::AssertionSuccess() : testing::AssertionFailure() << "open";
+}
+
+// A globe of nRings circles of latitude, with poles first and last, seen from outside.
+CTin Globe(int nColumns, int nRings)
+{
+    CTin tin;
+    tin.m_aVertex.Add(CXYZ(0, 0, 10));
+    for (int r = 1; r <= nRings; ++r) {
+        const double dLat = 3.141592653589793 * r / (nRings + 1);
+        for (int k = 0; k < nColumns; ++k) {
+            const double dLon = 6.283185307179586 * (k + 0.3 * r) / nColumns;
+            tin.m_aVertex.Add(CXYZ(10 * std::sin(dLat) * std::cos(dLon), 10 * std::sin(dLat) * std::sin(dLon),
+                                   10 * std::cos(dLat)));
+        }
+    }
+    const int nSouth = tin.m_aVertex.Add(CXYZ(0, 0, -10));
+    const auto at = [nColumns](int r, int k) { return 1 + (r - 1) * nColumns + k % nColumns; };
+    for (int k = 0; k < nColumns; ++k) {
+        tin.AddTri(0, at(1, k), at(1, k + 1));
+        for (int r = 1; r < nRings; ++r) {
+            tin.AddTri(at(r, k), at(r + 1, k), at(r, k + 1));
+            tin.AddTri(at(r, k + 1), at(r + 1, k), at(r + 1, k + 1));
+        }
+        tin.AddTri(at(nRings, k), nSouth, at(nRings, k + 1));
+    }
+    tin.UpdateTopology();
+    return tin;
+}
+
+}   // namespace
+
+TEST(EdgeRing, IsChainedFromItsFirstEdge)
+{
+    const auto ring = [](std::vector<qsv::DirectedEdge> aEdge) {
+        CArray<qsv::DirectedEdge> a;
+        for (const qsv::DirectedEdge& e : aEdge) {
+            a.Add(e);
+        }
+        return ToVector(qsv::ChainIntoRing(a));
+    };
+    using Ring = std::vector<int>;
+    EXPECT_EQ(ring({}), Ring());
+    EXPECT_EQ(ring({{7, 3}, {9, 7}, {3, 9}}), (Ring{7, 3, 9})) << "closed: the end is not repeated";
+    EXPECT_EQ(ring({{7, 3}, {9, 7}, {3, 5}, {2, 9}}), (Ring{2, 9, 7, 3, 5})) << "open at both ends";
+    EXPECT_EQ(ring({{7, 3}, {3, 5}, {3, 6}, {8, 7}, {1, 7}}), (Ring{8, 7, 3, 5})) << "first of several";
+    EXPECT_EQ(ring({{7, 3}, {4, 5}}), (Ring{7, 3})) << "what does not join is left out";
+    EXPECT_EQ(ring({{INT_MAX, INT_MIN}, {INT_MIN, -1}}), (Ring{INT_MAX, INT_MIN, -1}));
+}
+
+TEST(TangentFrame, TurnsTheNormalUpright)
+{
+    CTin tin;
+    Dice dice(4);
+    for (int i = 0; i < 200; ++i) {
+        const double x = dice.Uniform(-1, 1), y = dice.Uniform(-1, 1);
+        CXYZ n = i == 0 ? CXYZ(0, 0, 1) : i == 1 ? CXYZ(0, 0, -1) : CXYZ(x, y, dice.Uniform(-1, 1));
+        const double dLength = n.Len();
+        CRot rot;
+        tin.SetRotForNV_Z(n, rot);
+        CXYZ up;
+        rot.Rotate(n, up);
+        EXPECT_NEAR(up.x, 0.0, 1e-15);
+        EXPECT_NEAR(up.y, 0.0, 1e-15);
+        EXPECT_NEAR(up.z, dLength, 1e-15);
+        rot.T();
+        rot.Rotate(up, up);
+        EXPECT_LT(up.Len(n), 1e-15) << "the transpose turns it back";
+    }
+}
+
+TEST(DelVertex, InnerVertexLeavesTwoTrianglesFewer)
+{
+    CTin tin = SquareOnPlane(0.5, 0.25, 1);
+    const CTin before = tin;
+    ASSERT_EQ(tin.DelVertex(4), 1);
+    EXPECT_TRUE(HasLostOnly(tin, before, 4));
+    EXPECT_EQ(tin.GetTriSize(), 2);
+    EXPECT_TRUE(IsSound(tin));
+    EXPECT_EQ(tin.CalAllAreaXY(), 100.0);
+}
+
+// Whether the hole at a corner can be filled depends on how the opposite edges turn.
+TEST(DelVertex, CornerIsFilledOnlyWhereTheRingTurnsLeft)
+{
+    CTin filled = Built({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}, {7, 7, 0}});
+    ASSERT_EQ(filled.DelVertex(0), 1);
+    EXPECT_EQ(filled.CalAllAreaXY(), 50.0) << "up to the line from corner to corner";
+    EXPECT_TRUE(IsDisk(filled));
+
+    CTin notched = Built({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}, {3, 3, 0}});
+    notched.UpdateNormal();
+    ASSERT_EQ(notched.DelVertex(0), 1);
+    EXPECT_EQ(notched.GetTriSize(), 2);
+    EXPECT_DOUBLE_EQ(notched.CalAllAreaXY(), 70.0) << "less the two triangles, 15 each";
+    EXPECT_EQ(ToVector(notched.m_aBoundary), (std::vector<int>{0, 1, 2})) << "the ring without the corner";
+    EXPECT_EQ(notched.m_aTriNormal.GetSize(), 2) << "normals go with their triangles";
+    for (const CTin& tin : {filled, notched}) {
+        EXPECT_TRUE(IsSound(tin));
+        EXPECT_FALSE(IsSelected(tin));
+    }
+}
+
+TEST(DelVertex, IndicesFollow)
+{
+    CTin tin = SquareOnPlane(0, 0, 0);
+    CPolyline line = LineThrough({{10, 10, 0}, {0, 10, 0}, {5, 5, 0}, {0, 0, 0}});
+    tin.AddBreakLine(line);   // 2, 3, 4, 0
+    ASSERT_EQ(tin.DelVertex(3), 1);
+    EXPECT_EQ(ToVector(tin.m_aBoundary), (std::vector<int>{0, 1, 2}));
+    EXPECT_EQ(ToVector(tin.m_aBreakLine[0].m_aVertexIndex), (std::vector<int>{2, 3, 0}));
+    tin.m_aBreakLine[0].m_aVertexIndex.SetSize(1);
+    ASSERT_EQ(tin.DelVertex(2), 1);
+    EXPECT_EQ(tin.m_aBreakLine.GetSize(), 1) << "an empty breakline stays";
+    EXPECT_TRUE(tin.m_aBreakLine[0].m_aVertexIndex.IsEmpty());
+}
+
+// One after the other, in random order, down to the last triangle. While inner vertices go, the area stays.
+TEST(DelVertex, EveryVertexOfATerrain)
+{
+    const struct {
+        const char* szWhat;
+        Sites aSite;
+    } aCase[] = {{"random", RandomSites(150, 11)},
+                 {"grid", GridSites(9, 9, 10.0)},
+                 {"turned grid, far away", GridSites(9, 9, 10.0, 0.3, 21530180.0, 6782553.0)}};
+    for (const auto& c : aCase) {
+        SCOPED_TRACE(c.szWhat);
+        CTin tin = Built(c.aSite);
+        for (int i = 0; i < tin.m_aVertex.GetSize(); ++i) {
+            tin.m_aVertex[i].z *= 0.01;
+        }
+        Dice dice(3);
+        int nRefused = 0;
+        while (tin.GetTriSize() > 1) {
+            const CTin before = tin;
+            const int nVt = dice.Below(tin.GetPointSize());
+            const bool bInner = tin.CheckPtUsed(nVt) && !IsOnOutline(tin, nVt);
+            if (tin.DelVertex(nVt) == 0) {
+                ASSERT_EQ(Dump(tin), Dump(before)) << nVt;
+                ASSERT_TRUE(bInner && ++nRefused < 10);
+                continue;
+            }
+            if (tin.GetTriSize() == 0) {
+                break;   // the last triangles went all at once, and the object with them
+            }
+            ASSERT_TRUE(HasLostOnly(tin, before, nVt));
+            ASSERT_TRUE(IsSound(tin)) << nVt;
+            ASSERT_FALSE(IsSelected(tin));
+            ASSERT_EQ(tin.CheckPtUsed(tin.GetPointSize()), 0);
+            if (bInner) {
+                ASSERT_EQ(tin.GetTriSize(), before.m_aTri.GetSize() - 2) << nVt;
+                ASSERT_NEAR(PlanArea(tin), PlanArea(before), 1e-7) << nVt;
+            }
+        }
+        EXPECT_LE(nRefused, 1) << "a sliver at the outline can tilt the mean normal";
+    }
+}
+
+// However a surface stands in space, the hole is closed by the same triangles.
+TEST(DelVertex, SteepSurfaceIsTreatedAsALevelOne)
+{
+    for (std::uint64_t nSeed = 0; nSeed < 12; ++nSeed) {
+        SCOPED_TRACE(nSeed);
+        Sites aSite = RandomSites(60, nSeed);
+        for (Site& s : aSite) {
+            s.z *= 0.1;
+        }
+        CTin level = Built(aSite), steep = level;
+        CWPK wpk;
+        wpk.k = 1.5707963267948966 + 0.1 * static_cast<double>(nSeed);   // upright, then overhanging
+        CRot rot;
+        rot.AddMatrix(ROT_ABOUT_X, wpk);
+        for (int i = 0; i < 60; ++i) {
+            rot.Rotate(steep.m_aVertex[i], steep.m_aVertex[i]);
+        }
+        for (int nVt = 40; nVt >= 0; nVt -= 4) {
+            ASSERT_EQ(level.DelVertex(nVt), steep.DelVertex(nVt));
+            CTin same = steep;
+            same.m_aVertex = level.m_aVertex;
+            ASSERT_EQ(Dump(same), Dump(level)) << nVt;
+        }
+    }
+}
+
+TEST(DelVertex, ClosedSurfaceStaysClosed)
+{
+    CTin tin = Globe(12, 7);
+    ASSERT_TRUE(IsClosed(tin));
+    ASSERT_EQ(tin.DelVertex(0), 1) << "the pole, with a ring of 12";
+    EXPECT_TRUE(IsClosed(tin));
+    for (int nVt = 70; nVt > 12; nVt -= 7) {
+        const int nTri = tin.GetTriSize();
+        ASSERT_EQ(tin.DelVertex(nVt), 1) << nVt;
+        EXPECT_EQ(tin.GetTriSize(), nTri - 2);
+        ASSERT_TRUE(IsClosed(tin)) << nVt;
+    }
+}
+
+// Seen along the mean normal of the other half, the ring round the top of an octahedron turns the wrong way.
+TEST(DelVertex, HoleThatCannotBeFilledChangesNothing)
+{
+    CTin tin = Globe(4, 1);
+    ASSERT_EQ(tin.GetTriSize(), 8);
+    tin.m_aTri[5].m_bSelect = 1;
+    CTin expected = tin;
+    expected.m_aTri[5].m_bSelect = 0;
+    EXPECT_EQ(tin.DelVertex(0), 0);
+    EXPECT_EQ(Dump(tin), Dump(expected)) << "but for the selection";
+}
+
+TEST(DelVertex, UnusedVertexAndNoVertex)
+{
+    const std::string strExpected = Dump(SquareOnPlane(0, 0, 0));
+    CTin tin = SquareOnPlane(0, 0, 0);
+    tin.m_aVertex.Add(CXYZ(99, 99, 9));
+    for (const int nVt : {5, 5, -1, INT_MAX, INT_MIN}) {   // the first time it is there
+        tin.m_aTri[0].m_bSelect = 1;
+        EXPECT_EQ(tin.DelVertex(nVt), 1);
+        EXPECT_EQ(Dump(tin), strExpected) << nVt;
+    }
+}
+
+TEST(DelVertex, LastTriangleTakesEverythingAlong)
+{
+    CTin tin = Built({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {5, 5, 0}, {6, 7, 0}});
+    tin.m_aTri.SetSize(1);
+    tin.UpdateTopology();
+    tin.SetEPS(0.5);
+    EXPECT_EQ(tin.DelVertex(tin.m_aTri[0].m_nVertex[0]), 1);
+    EXPECT_EQ(tin.GetPointSize(), 0);
+    EXPECT_EQ(tin.m_dEPS, 1e-6);
+}
+
+TEST(DelVertex, SameAsPlain)
+{
+    for (std::uint64_t nSeed = 0; nSeed < 80; ++nSeed) {
+        SCOPED_TRACE(nSeed);
+        Dice dice(nSeed);
+        const Sites aSite = nSeed % 3 == 0
+                                ? GridSites(3 + dice.Below(5), 3 + dice.Below(5), 1.0)
+                                : RandomSites(5 + dice.Below(60), nSeed, nSeed % 3 == 1 ? 100 : 20);
+        CTin tin = Fed(aSite);
+        plain::Tin expected = PlainFed(aSite);
+        const bool bSurround = nSeed % 9 == 1;
+        ASSERT_EQ(bSurround ? tin.CreateTinObal() : tin.CreateTin(0.0),
+                  bSurround ? expected.CreateTinObal() : expected.CreateTin(0.0));
+        while (tin.GetTriSize() > 0) {
+            const int nVt = dice.Below(tin.GetPointSize());
+            ASSERT_EQ(tin.DelVertex(nVt), expected.DelVertex(nVt)) << nVt;
+            ASSERT_EQ(Dump(tin), Dump(expected)) << nVt;
+            if (dice.Below(30) == 0) {
+                break;
+            }
+        }
+    }
+}
+
+// Indices and links that lead nowhere or to the wrong place, coordinates that are no numbers: every editing
+// operation ends, stays within the arrays, and leaves a TIN that the next one can work on.
+TEST(DelVertex, AndItsNeighboursSurviveDamage)
+{
+    const int aWrong[] = {-1, 0, 3, 7, 99, INT_MAX, INT_MIN};
+    for (std::uint64_t nSeed = 0; nSeed < 150; ++nSeed) {
+        SCOPED_TRACE(nSeed);
+        Dice dice(nSeed);
+        CTin tin = Built(RandomSites(30, nSeed));
+        tin.UpdateNormal();
+        for (int i = 0; i < 12; ++i) {
+            CTriangle& tri = tin.m_aTri[dice.Below(tin.GetTriSize())];
+            const int nValue = aWrong[dice.Below(7)];
+            (dice.Below(2) == 0 ? tri.m_nVertex : tri.m_nNeighbor)[dice.Below(3)] = nValue;
+            tin.m_aBoundary[dice.Below(tin.m_aBoundary.GetSize())] = nValue;
+        }
+        tin.m_aVertex[3].x = nSeed % 4 == 0 ? std::nan("") : nSeed % 4 == 1 ? HUGE_VAL : 1e200;
+        for (int i = 0; i < 15; ++i) {
+            const int nVt = dice.Below(tin.GetPointSize() + 1), nVertices = tin.GetPointSize();
+            const int nDone = tin.DelVertex(nVt);
+            EXPECT_TRUE(nDone == 0 || nDone == 1);
+            EXPECT_TRUE(tin.GetPointSize() == nVertices - (nDone == 1 && nVt < nVertices ? 1 : 0) ||
+                        tin.GetTriSize() == 0);
+            EXPECT_FALSE(IsSelected(tin));
+            tin.DivideTri(dice.Uniform(0, 100), dice.Uniform(0, 100), 1.0);
+        }
+        tin.AddTIN(tin);
+        tin.AddVPlane(-1.0);
+        EXPECT_EQ(tin.GetNumVtOnBoundary(tin.GetTriSize()), -1);
+        tin.UpdateBoundary();
+        CPolyline ring;
+        tin.GetBoundary(ring);
+        EXPECT_EQ(ring.GetVertexSize(), tin.m_aBoundary.GetSize());
+        tin.CreateTinForPolygon(ring);
+        tin.CreateTinObal();
+        CArray<CMeshFault> aFault;
+        EXPECT_GE(FindMeshFaults(tin, aFault, 3), aFault.GetSize());
+    }
+}
