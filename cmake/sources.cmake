@@ -22,6 +22,7 @@ set(QSV_SOURCES
   tin/internal/plan.cpp
   tin/internal/plan_index.cpp
   tin/internal/recent_triangles.cpp
+  tin/internal/triangle_removal.cpp
   tin/internal/vertex_walk.cpp
   tin/mesh_check.cpp
   tin/tin_model/build.cpp

@@ -118,8 +118,10 @@ TEST(Trimming, SparesCornersUnlessToldOtherwise)
     EXPECT_EQ(tin.GetTriSize(), 2);
     EXPECT_EQ(tin.DelTriWithAngle(10 * kDegree, 0), 1);
     EXPECT_EQ(tin.GetTriSize(), 1) << "the one that moved to the front is not examined again";
+    tin.UpdateNormal();
     EXPECT_EQ(tin.DelTriWithAngle(10 * kDegree, 0), 1);
     EXPECT_EQ(tin.GetPointSize(), 0) << "deleting the only triangle empties the object";
+    EXPECT_EQ(tin.m_aTriNormal.GetSize(), 1) << "but for its normals";
 }
 
 TEST(Selecting, MarksTheOuterTrianglesOnly)

@@ -6,6 +6,7 @@
 #include "tin/internal/mesh.h"
 #include "tin/internal/mesh_links.h"
 #include "tin/internal/slots.h"
+#include "tin/internal/triangle_removal.h"
 #include "tin/tin.h"
 
 using namespace qsv;
@@ -192,75 +193,19 @@ void StitchFill(CTin& tin, const CTin& fill, const CArray<int>& aRing)
     }
 }
 
-// For every triangle, and the end, how many of those before it belong to the fan.
-CArray<int> CountFanBefore(const CArray<CTriangle>& aTri)
-{
-    CArray<int> aBefore;
-    aBefore.SetSize(aTri.GetSize() + 1, -1);
-    for (int t = 0; t < aTri.GetSize(); ++t) {
-        aBefore[t + 1] = aBefore[t] + (aTri[t].m_bSelect == kFan ? 1 : 0);
-    }
-    return aBefore;
-}
-
-template <class TYPE>
-void RemoveFlagged(CArray<TYPE>& aElement, const CArray<char>& aGone)
-{
-    int nKept = 0;
-    for (int i = 0; i < aElement.GetSize(); ++i) {
-        if (!aGone[i]) {
-            aElement[nKept++] = aElement[i];
-        }
-    }
-    aElement.SetSize(nKept, -1);
-}
-
-// A normal goes with each triangle that is deleted while there are as many normals as triangles. Where the
-// filling made the triangles more, the counts are equal again after nSpared deletions: from then on one
-// goes each time, from the place at which the deleted triangle then stands.
-void DropNormals(CTin& tin, const CArray<int>& aFanBefore)
-{
-    const int nTriangles = tin.m_aTri.GetSize(), nFan = aFanBefore[nTriangles];
-    const int nSpared = nTriangles - tin.m_aTriNormal.GetSize();
-    const int nLast =
-        nFan == nTriangles ? nFan - 2 : nFan - 1;   // the only triangle leaves its normal behind
-    CArray<char> aGone;
-    aGone.SetSize(tin.m_aTriNormal.GetSize(), -1);
-    for (int t = 0; t < nTriangles && nSpared >= 0; ++t) {
-        if (tin.m_aTri[t].m_bSelect == kFan && aFanBefore[t] >= nSpared && aFanBefore[t] <= nLast) {
-            aGone[t - nSpared] = 1;
-        }
-    }
-    RemoveFlagged(tin.m_aTriNormal, aGone);
-}
-
-// Deletes the fan: the same as DelTri for each of its triangles, in one pass.
+// Deletes the fan: the same as DelTri for each of its triangles, in index order.
 void DropFan(CTin& tin)
 {
-    const int nTriangles = tin.m_aTri.GetSize();
-    const CArray<int> aFanBefore = CountFanBefore(tin.m_aTri);
-    const int nFan = aFanBefore[nTriangles];
-    if (nFan == 0) {
-        return;
+    CArray<int> aDeletion;
+    aDeletion.SetSize(tin.m_aTri.GetSize(), -1);
+    int nDeleted = 0;
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        aDeletion[t] = tin.m_aTri[t].m_bSelect == kFan ? ++nDeleted : 0;
     }
-    DropNormals(tin, aFanBefore);
-    if (nFan == nTriangles) {
-        tin.InitData();
-        return;
+    RemoveTriangles(tin.m_aTri, tin.m_aTriNormal, aDeletion, nDeleted);
+    if (nDeleted > 0 && tin.m_aTri.IsEmpty()) {
+        tin.InitData();   // as DelTri does with the only triangle
     }
-    CArray<char> aGone;
-    aGone.SetSize(nTriangles, -1);
-    for (int t = 0; t < nTriangles; ++t) {
-        aGone[t] = tin.m_aTri[t].m_bSelect == kFan;
-        for (int& nNeighbor : tin.m_aTri[t].m_nNeighbor) {
-            if (nNeighbor >= nTriangles) {
-                nNeighbor -= nFan;
-            } else if (nNeighbor >= 0) {
-                nNeighbor = tin.m_aTri[nNeighbor].m_bSelect == kFan ? -1 : nNeighbor - aFanBefore[nNeighbor];
-            }
-        }
-    }
-    RemoveFlagged(tin.m_aTri, aGone);
 }
 
 void RemoveFromList(CArray<int>& aIndex, int nVt)

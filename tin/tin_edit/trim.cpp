@@ -3,6 +3,7 @@
 
 #include "tin/internal/mesh.h"
 #include "tin/internal/slots.h"
+#include "tin/internal/triangle_removal.h"
 #include "tin/tin.h"
 
 using namespace qsv;
@@ -64,28 +65,8 @@ public:
         }
     }
 
-    // Closes the gaps. Must be called once, after Trim.
-    void Compact()
-    {
-        CompactNormals();
-        CArray<int> aNewIndex;
-        aNewIndex.SetSize(m_aTri.GetSize(), -1);
-        int nKept = 0;
-        for (int t = 0; t < m_aTri.GetSize(); ++t) {
-            aNewIndex[t] = IsAlive(t) ? nKept++ : -1;
-        }
-        for (int t = 0; t < m_aTri.GetSize(); ++t) {
-            if (IsAlive(t)) {
-                m_aTri[aNewIndex[t]] = m_aTri[t];
-                for (int& nNeighbor : m_aTri[aNewIndex[t]].m_nNeighbor) {
-                    nNeighbor = IsIndexOf(aNewIndex, nNeighbor) ? aNewIndex[nNeighbor]
-                                : nNeighbor < 0                 ? nNeighbor
-                                                                : nNeighbor - m_nDeleted;
-                }
-            }
-        }
-        m_aTri.SetSize(nKept, -1);
-    }
+    // Closes the gaps. To be called once, after Trim.
+    void Compact() { RemoveTriangles(m_aTri, m_tin.m_aTriNormal, m_aDeletion, m_nDeleted); }
 
 private:
     // For every triangle, those that hold it as a neighbour, even where it does not hold them.
@@ -154,27 +135,6 @@ private:
         const int nTri = m_aCandidate[m_aCandidate.GetUpperBound()];
         m_aCandidate.SetSize(m_aCandidate.GetUpperBound(), -1);
         return nTri;
-    }
-
-    // A deletion takes a normal along when there were as many normals as triangles just before it, which
-    // may come true only on the way; from then on it stays true.
-    void CompactNormals()
-    {
-        CArray<CXYZ>& aNormal = m_tin.m_aTriNormal;
-        const int nBefore = m_aTri.GetSize() - aNormal.GetSize();   // deletions until the counts are equal
-        if (nBefore < 0 || nBefore >= m_nDeleted) {
-            return;
-        }
-        int nAt = 0, nKept = 0;
-        for (int t = 0; t < m_aTri.GetSize(); ++t) {
-            if (IsAlive(t) || m_aDeletion[t] > nBefore) {   // has a normal
-                if (IsAlive(t)) {
-                    aNormal[nKept++] = aNormal[nAt];
-                }
-                ++nAt;
-            }
-        }
-        aNormal.SetSize(nKept, -1);
     }
 
     CTin& m_tin;
