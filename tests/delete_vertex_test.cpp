@@ -297,10 +297,12 @@ TEST(DelVertex, LastTriangleTakesEverythingAlong)
     CTin tin = Built({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {5, 5, 0}, {6, 7, 0}});
     tin.m_aTri.SetSize(1);
     tin.UpdateTopology();
+    tin.UpdateNormal();
     tin.SetEPS(0.5);
     EXPECT_EQ(tin.DelVertex(tin.m_aTri[0].m_nVertex[0]), 1);
     EXPECT_EQ(tin.GetPointSize(), 0);
     EXPECT_EQ(tin.m_dEPS, 1e-6);
+    EXPECT_EQ(tin.m_aTriNormal.GetSize(), 1) << "normals stay when the object is emptied";
 }
 
 TEST(DelVertex, SameAsPlain)

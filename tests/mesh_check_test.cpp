@@ -64,8 +64,13 @@ TEST(MeshCheck, NamesEveryKindOfFaultAndItsPlace)
           {MESH_FAULT_LINK_ACROSS_EDGES, 1, 1, 3},
           {MESH_FAULT_UNLINKED_EDGE, 0, 0, 4}}},
         {"link to itself",
-         [](CTin& t) { t.m_aTri[0].m_nNeighbor[2] = 0; },
-         {{MESH_FAULT_LINK_ACROSS_EDGES, 0, 2, 3}}},
+         [](CTin& t) {
+             t.m_aTri.SetSize(1);
+             t.m_aTri[0] = {{0, 1, 0}, {-1, 0, 0}, 0};
+         },
+         {{MESH_FAULT_LINK_ACROSS_EDGES, 0, 1, 1},
+          {MESH_FAULT_LINK_ACROSS_EDGES, 0, 2, 0},
+          {MESH_FAULT_FLAT, 0, -1, -1}}},
         {"seam",
          [](CTin& t) { t.m_aTri[0].m_nNeighbor[0] = t.m_aTri[1].m_nNeighbor[1] = -1; },
          {{MESH_FAULT_UNLINKED_EDGE, 0, 0, 4}, {MESH_FAULT_UNLINKED_EDGE, 1, 1, 3}}},

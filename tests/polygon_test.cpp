@@ -76,6 +76,16 @@ TEST(Ears, ShortestChordFirstAndTheFirstOfEqualOnes)
               (Triples{{1, 2, 3}, {3, 4, 5}, {0, 1, 3}, {0, 3, 5}}));
 }
 
+// Chords whose square is not finite are never the shortest. What was cut before none is left stays.
+TEST(Ears, NoneLeft)
+{
+    Filled({{0, 0, 0}, {1e160, 0, 0}, {1e160, 1, 0}, {0, 1, 0}}, 0);
+    const CTin tin = Filled({{0, 0, 0}, {1e160, 0, 0}, {1e160, 1, 0}, {0, 1, 0}, {0, 0.5, 0}}, 0);
+    ASSERT_EQ(tin.m_aTri.GetSize(), 1);
+    EXPECT_EQ(std::vector<int>(tin.m_aTri[0].m_nVertex, tin.m_aTri[0].m_nVertex + 3),
+              (std::vector<int>{3, 4, 0}));
+}
+
 TEST(Polygon, IsFilledToItsOutline)
 {
     const CTin tin = Filled(kEll);

@@ -97,7 +97,7 @@ TEST(AddVPlane, OddInput)
 
     CTin damaged = OneTriangle();
     damaged.m_aTri[0].m_nVertex[1] = 99;
-    damaged.m_aTri[0].m_nNeighbor[2] = 5;   // no triangle now, but one once walls are added
+    damaged.m_aTri[0].m_nNeighbor[2] = 1;   // no triangle now, but one once walls are added
     damaged.AddVPlane(0.0);
     EXPECT_EQ(damaged.GetTriSize(), 4) << "one whole wall, and half of one that ends at the missing vertex";
 }

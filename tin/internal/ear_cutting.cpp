@@ -60,7 +60,7 @@ public:
         }
     }
 
-    // Whether edge nEdge, as the first segment, meets one of the edges nFirst .. nLast.
+    // Whether edge nEdge meets one of the edges nFirst .. nLast.
     bool MeetsAny(int nEdge, int nFirst, int nLast) const
     {
         return MeetsAny(nEdge, nFirst, nLast, 1, 0, m_nLeaves);
@@ -128,8 +128,8 @@ private:
 
 }   // namespace
 
-// Which segment is the first matters to the rounding of the meeting point. The last edge is compared with
-// the others in both roles.
+// Each pair is looked at once: with the segments exchanged CalCrossPointXY forms the same numbers, some with
+// the other sign, so its answer is the same to the bit.
 bool IsSimpleRing(const CArray<CXYZ>& aVertex, const CArray<int>& aRing, double dEPS)
 {
     const int n = aRing.GetSize();
@@ -137,12 +137,12 @@ bool IsSimpleRing(const CArray<CXYZ>& aVertex, const CArray<int>& aRing, double 
         return true;
     }
     const RingEdges edges(aVertex, aRing, dEPS);
-    for (int i = 0; i < n - 1; ++i) {
+    for (int i = 0; i < n - 2; ++i) {
         if (edges.MeetsAny(i, i + 2, i == 0 ? n - 2 : n - 1)) {
             return false;
         }
     }
-    return !edges.MeetsAny(n - 1, 1, n - 3);
+    return true;
 }
 
 namespace {
