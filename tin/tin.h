@@ -195,19 +195,26 @@ public:
     /// Replaces the vertices of poly by those of m_aBoundary, in its order, and marks poly closed.
     void GetBoundary(CPolyline& poly);
     /// Builds the TIN that fills one simple polygon, given in either direction; the object is emptied first.
-    /// Ears with the shortest chord are cut first, then edges are swapped until Delaunay.
-    /// @return 1; 0 when the polygon has fewer than 3 vertices (the object is empty), crosses or touches
-    ///         itself (vertices and boundary stand, no triangle), or no ear is left (some triangles stand)
+    /// Ears with the shortest chord are cut first, then edges are swapped until Delaunay. A last vertex that
+    /// repeats the first is dropped.
+    /// @return 1, m_aBoundary being the ring; 0 when the polygon has fewer than 3 vertices (the object is
+    ///         empty), encloses no area, crosses or touches itself within 1e-6 (vertices and boundary stand,
+    ///         no triangle), or no ear is left (some triangles stand, not linked)
+    /// @note Ears are chosen by chord alone: in a ring of deep narrow bays triangles may end overlapping.
+    /// Cost: n log n to test and cut; swapping can take longer in large rings.
     int CreateTinForPolygon(CPolyline poly);
     /// Builds a TIN of points that surround a centre (a tank, a tunnel face): triangulates their directions
     /// seen from the centroid, horizontal angle against vertical angle. Vertices come back as they were,
-    /// also on failure.
-    /// @return as CreateTin
+    /// also on failure; those that breaklines add lie in space on their line. The range is brought up to date.
+    /// @return as CreateTin; after 0 breaklines and tolerances are reset, but the vertices stand
+    /// @note The surface stays open where the horizontal angle jumps, towards -x. Directions with no x part
+    ///       count as horizontal angle 0.
     int CreateTinObal();
     /// Rebuilds m_aBoundary as the pairs (start, end) of all outer edges, in triangle order.
     void UpdateBoundary();
     /// Which vertex slots of triangle nTri stand in m_aBoundary, and at which positions.
-    /// @return how many pairs (slot, position) were written; -1 when nTri is out of range
+    /// @return how many pairs (slot, position) were written; the search ends with the position at which there
+    ///         are three or more. -1 when nTri is out of range (both arrays are emptied)
     int GetVtOnBoundary(int nTri, CArray<int>& aSlot, CArray<int>& aPos);
     /// How many, as GetVtOnBoundary counts. Reads only.
     int GetNumVtOnBoundary(int nTri);
@@ -260,6 +267,7 @@ public:
 
     /// Rebuilds all neighbour links from the vertex indices. Where more than two triangles hold an edge, the
     /// last one in index order wins for the earlier one. Edges held in the same direction stay unlinked.
+    /// Cost: n log n in the triangles.
     void UpdateTopology();
     /// Appends the vertices and triangles of src, which may be this object. Nothing is joined or linked;
     /// boundary, breaklines, range, normals and drawing order stay.
@@ -272,7 +280,11 @@ public:
     /// @return 1: the vertex is gone; at the outside, or when no filling fits, the hole stays open.
     ///         0: the hole cannot be filled, nothing changes. A vertex that no triangle uses is just removed;
     ///         an index out of range gives 1 and clears the selection
-    /// All selection flags are 0 afterwards.
+    /// All selection flags are 0 afterwards. Normals, range and drawing order are not updated. A vertex of the
+    /// very last triangles takes them along, and the object is emptied as by DelTri.
+    /// @note The plane is that of the mean unit normal of the triangles around the hole: a thin sliver among
+    ///       them counts as much as the others.
+    /// Cost: linear in the size of the TIN; for many vertices of a terrain, build it anew without them.
     int DelVertex(int nVt);
     /// The rotation that turns normal n onto +z.
     void SetRotForNV_Z(CXYZ& n, CRot& rot);
@@ -347,7 +359,9 @@ public:
     /// @{
 
     /// Hangs a vertical wall of two triangles on every outer edge, down (or up) to height z. Foot vertices
-    /// are shared where they coincide within m_dEPS in x, y and z. Links are rebuilt.
+    /// are shared where they coincide within m_dEPS in x, y and z, the first of several; a vertex of the TIN
+    /// that stands there serves too, and its wall has no height. Links are rebuilt; boundary, range, drawing
+    /// order and normals are not updated. Cost: n log n in the size of the TIN.
     void AddVPlane(double z);
     /// Inserts a point into the finished mesh by splitting the triangle or edge it falls on. Edges are not
     /// swapped; boundary, breaklines, range, drawing order and normals are not updated.
