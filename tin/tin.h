@@ -205,7 +205,7 @@ public:
     int CreateTinForPolygon(CPolyline poly);
     /// Builds a TIN of points that surround a centre (a tank, a tunnel face): triangulates their directions
     /// seen from the centroid, horizontal angle against vertical angle. Vertices come back as they were,
-    /// also on failure; those that breaklines add lie in space on their line. The range is brought up to date.
+    /// also on failure; those that breaklines add lie in space on their line. The range is updated.
     /// @return as CreateTin; after 0 breaklines and tolerances are reset, but the vertices stand
     /// @note The surface stays open where the horizontal angle jumps, towards -x. Directions with no x part
     ///       count as horizontal angle 0.
@@ -280,8 +280,8 @@ public:
     /// @return 1: the vertex is gone; at the outside, or when no filling fits, the hole stays open.
     ///         0: the hole cannot be filled, nothing changes. A vertex that no triangle uses is just removed;
     ///         an index out of range gives 1 and clears the selection
-    /// All selection flags are 0 afterwards. Normals, range and drawing order are not updated. A vertex of the
-    /// very last triangles takes them along, and the object is emptied as by DelTri.
+    /// All selection flags are 0 afterwards. Normals, range and drawing order are not updated. Where no
+    /// triangle would be left, the object is emptied, as by DelTri.
     /// @note The plane is that of the mean unit normal of the triangles around the hole: a thin sliver among
     ///       them counts as much as the others.
     /// Cost: linear in the size of the TIN; for many vertices of a terrain, build it anew without them.

@@ -14,8 +14,7 @@ int CTin::DivideTri(const double& x, const double& y, const double& z)
     const int nVt = m_aVertex.Add(CXYZ(x, y, z));
     int nTriCount = m_aTri.GetSize();
     const int nDepth = m_nOptimDepth;
-    m_nOptimDepth =
-        kMaxSwapDepth;   // at this depth no edge is swapped: the new triangles stay as they are split
+    m_nOptimDepth = kMaxSwapDepth;   // so that no edge is swapped: the triangles stay as they are split
     if (nState == kInside) {
         DivideTriInside(nVt, nTriCount, nTri);
     } else {
