@@ -1,0 +1,72 @@
+#include "host/output/cairo_file.h"
+
+#include "host/extension.h"
+#include "host/failure.h"
+
+#include <cairo-pdf.h>
+#include <cairo-svg.h>
+
+#include <cmath>
+#include <exception>
+#include <memory>
+
+namespace qsvtin {
+
+namespace {
+
+struct Destroy {
+    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+};
+using Surface = std::unique_ptr<cairo_surface_t, Destroy>;
+
+// Receives what cairo writes. Exceptions must not pass through cairo: the first one waits in failure.
+struct Receiver {
+    SafeFile& file;
+    std::exception_ptr failure;
+
+    static cairo_status_t Write(void* closure, const unsigned char* data, unsigned int length)
+    {
+        Receiver& self = *static_cast<Receiver*>(closure);
+        try {
+            self.file.Write({reinterpret_cast<const char*>(data), length});
+            return CAIRO_STATUS_SUCCESS;
+        } catch (...) {
+            self.failure = std::current_exception();
+            return CAIRO_STATUS_WRITE_ERROR;
+        }
+    }
+};
+
+void Check(cairo_status_t status, const Receiver& receiver)
+{
+    if (receiver.failure) std::rethrow_exception(receiver.failure);
+    if (status != CAIRO_STATUS_SUCCESS) {
+        throw Failure("cannot draw " + receiver.file.Target() + ": " + cairo_status_to_string(status));
+    }
+}
+
+}   // namespace
+
+void WriteDrawing(SafeFile& file, double width, double height, double pixelsPerPoint,
+                  const std::function<void(cairo_surface_t*)>& draw)
+{
+    const std::string extension = ExtensionOf(file.Target());
+    Receiver receiver{file, nullptr};
+    if (extension == ".png") {
+        const Surface surface(cairo_image_surface_create(
+            CAIRO_FORMAT_RGB24, static_cast<int>(std::lround(width * pixelsPerPoint)),
+            static_cast<int>(std::lround(height * pixelsPerPoint))));
+        cairo_surface_set_device_scale(surface.get(), pixelsPerPoint, pixelsPerPoint);
+        draw(surface.get());
+        Check(cairo_surface_write_to_png_stream(surface.get(), Receiver::Write, &receiver), receiver);
+        return;
+    }
+    const auto create =
+        extension == ".svg" ? cairo_svg_surface_create_for_stream : cairo_pdf_surface_create_for_stream;
+    const Surface surface(create(Receiver::Write, &receiver, width, height));
+    draw(surface.get());
+    cairo_surface_finish(surface.get());
+    Check(cairo_surface_status(surface.get()), receiver);
+}
+
+}   // namespace qsvtin

@@ -1,0 +1,68 @@
+#include "host/view/scene.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace qsvtin {
+
+namespace {
+
+// Sets centre and range of heights, from the vertices that triangles use.
+void FindRange(const CTin& tin, Scene& scene)
+{
+    Position low{HUGE_VAL, HUGE_VAL, HUGE_VAL}, high{-HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        for (const int corner : tin.m_aTri[t].m_nVertex) {
+            const CXYZ& p = tin.m_aVertex[corner];
+            low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
+            high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
+        }
+    }
+    scene.centre = {(low.x + high.x) / 2.0, (low.y + high.y) / 2.0, (low.z + high.z) / 2.0};
+    scene.low = low.z;
+    scene.high = high.z;
+}
+
+}   // namespace
+
+Scene MakeScene(const CTin& tin, double exaggeration, std::optional<double> skirt)
+{
+    Scene scene;
+    scene.tin = tin;
+    scene.exaggeration = exaggeration;
+    scene.groundTriangles = tin.m_aTri.GetSize();
+    FindRange(tin, scene);
+    for (int v = 0; v < scene.tin.m_aVertex.GetSize(); ++v) {
+        CXYZ& vertex = scene.tin.m_aVertex[v];
+        const Position at = scene.ToScene({vertex.x, vertex.y, vertex.z});
+        vertex.SetXYZ(at.x, at.y, at.z);
+    }
+    for (int t = 0; t < scene.groundTriangles; ++t) {
+        // The library keeps a neighbour in the slot where the shared edge ends.
+        const int* const neighbor = tin.m_aTri[t].m_nNeighbor;
+        scene.outer.push_back({neighbor[1] < 0, neighbor[2] < 0, neighbor[0] < 0});
+    }
+    scene.tin.UpdateNormal();
+    if (skirt) {
+        // Walls would turn the mean normals along the outline to the side.
+        const CArray<CXYZ> normals = scene.tin.m_aVtNormal;
+        scene.tin.AddVPlane((*skirt - scene.centre.z) * exaggeration);
+        scene.tin.UpdateNormal();
+        std::copy_n(&normals[0], normals.GetSize(), &scene.tin.m_aVtNormal[0]);
+    }
+    return scene;
+}
+
+std::vector<Position> GroundOf(const Scene& scene)
+{
+    std::vector<Position> ground;
+    for (int t = 0; t < scene.tin.m_aTri.GetSize(); ++t) {
+        for (int k = 0; k < 3; ++k) {
+            const CXYZ& p = scene.Corner(t, k);
+            ground.push_back({p.x, p.y, p.z});
+        }
+    }
+    return ground;
+}
+
+}   // namespace qsvtin
