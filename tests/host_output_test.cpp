@@ -92,7 +92,9 @@ using WritersTest = ScratchFolder;
 
 TEST_F(WritersTest, ObjGivesBackEveryCoordinate)
 {
-    WriteAll(Square(), "a square", {Path("square.obj")});
+    WriteOptions options;
+    options.title = "a square";
+    WriteAll(Square(), options, {Path("square.obj")});
     std::istringstream lines(Get("square.obj"));
     std::string line;
     std::getline(lines, line);
@@ -112,11 +114,11 @@ TEST_F(WritersTest, WriteAllOrNothing)
 {
     Put("a.obj", "old");
     fs::create_symlink(Path("missing/b.png"), Path("b.png"));
-    EXPECT_THROW(WriteAll(Square(), "", {Path("a.obj"), Path("missing/b.png")}), Failure);
+    EXPECT_THROW(WriteAll(Square(), {}, {Path("a.obj"), Path("missing/b.png")}), Failure);
     EXPECT_EQ(Get("a.obj"), "old");
     EXPECT_EQ(Count(), 2);
 
-    WriteAll(Square(), "", {Path("a.obj"), Path("c.PNG"), Path("d.svg"), Path("e.pdf")});
+    WriteAll(Square(), {}, {Path("a.obj"), Path("c.PNG"), Path("d.svg"), Path("e.pdf")});
     EXPECT_EQ(Get("a.obj").substr(0, 1), "#");
     EXPECT_EQ(Get("c.PNG").substr(1, 3), "PNG");
     EXPECT_NE(Get("d.svg").find("</svg>"), std::string::npos);
@@ -144,7 +146,7 @@ Terrain Bumps(int n)
 TEST_F(WritersTest, PlanShowsLinesWhereThereAreSomeAndEdgesWhereTheyCanBeToldApart)
 {
     const auto strokes = [&](const Terrain& terrain) {
-        WriteAll(terrain, "", {Path("plan.svg")});
+        WriteAll(terrain, {}, {Path("plan.svg")});
         const std::string svg = Get("plan.svg");
         std::size_t count = 0;
         for (std::size_t at = svg.find("M "); at != std::string::npos; at = svg.find("M ", at + 1)) ++count;

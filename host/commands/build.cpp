@@ -1,20 +1,18 @@
 #include "host/commands/build.h"
 
+#include "host/commands/options.h"
 #include "host/failure.h"
 #include "host/input/breakline_text.h"
 #include "host/input/column_order.h"
 #include "host/input/survey_text.h"
-#include "host/output/safe_file.h"
 #include "host/output/writers.h"
 #include "host/report/build_report.h"
+#include "host/say.h"
 #include "host/stopwatch.h"
+#include "host/terrain/mesh_to_tin.h"
 #include "host/terrain/prepare.h"
 #include "host/terrain/terrain.h"
 
-#include <algorithm>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -28,12 +26,11 @@ struct BuildOptions {
     std::vector<std::string> points;
     std::vector<std::string> breaklines;
     std::string order;
-    std::string title;
     double trimAngle = 0.0;
     double eps = 1e-6;
     bool skipBad = false;
     bool json = false;
-    std::vector<std::string> outputs;
+    OutputChoice outputs;
 };
 
 void RefuseInput(const std::string& output, const std::vector<std::string>& inputs)
@@ -67,11 +64,8 @@ void CheckOptions(const BuildOptions& options)
                 "number, d for the description, - for any other, such as xyz or pnezd",
             Failure::BadUsage);
     }
-    for (const std::string& path : options.outputs) {
-        WriterFor(path);
-    }
-    for (const std::string& path : options.outputs) {
-        CheckTarget(path);
+    CheckOutputs(options.outputs);
+    for (const std::string& path : options.outputs.paths) {
         RefuseInput(path, options.points);
         RefuseInput(path, options.breaklines);
     }
@@ -127,26 +121,12 @@ std::string InputNames(const BuildOptions& options)
     return names;
 }
 
-// One line, whatever a name holds: it also becomes a comment in text formats.
-std::string TitleOf(const BuildOptions& options)
-{
-    std::string title = options.title.empty() ? InputNames(options) : options.title;
-    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20; };
-    std::replace_if(title.begin(), title.end(), isControl, ' ');
-    return title;
-}
-
-void Print(const std::string& report)
-{
-    const bool written = std::fwrite(report.data(), 1, report.size(), stdout) == report.size();
-    if (std::fflush(stdout) != 0 || !written) {
-        throw Failure(std::string("cannot write the report: ") + std::strerror(errno));
-    }
-}
-
-void RunBuild(const BuildOptions& options)
+void RunBuild(BuildOptions options)
 {
     CheckOptions(options);
+    WriteOptions& write = options.outputs.options;
+    write.form = options.outputs.form.value_or(2);
+    write.title = OnOneLine(write.title.empty() ? InputNames(options) : write.title);
     Stopwatch stopwatch;
     stopwatch.Enter("read");
     const SurveyData survey = ReadSurvey(options);
@@ -158,8 +138,9 @@ void RunBuild(const BuildOptions& options)
     CheckTerrain(prepared, terrain);
     BuildReport report = MakeBuildReport(survey, prepared, terrain);
     stopwatch.Enter("write");
-    WriteAll(terrain, TitleOf(options), options.outputs);
-    report.written = options.outputs;
+    UpdateStoredParts(terrain.tin);
+    WriteAll(terrain, write, options.outputs.paths);
+    report.written = options.outputs.paths;
     report.seconds = stopwatch.Stop();
     Print(options.json ? ReportAsJson(report) : ReportAsText(report));
 }
@@ -182,15 +163,10 @@ void DeclareBuild(CLI::App& app)
         ->type_name("DEG");
     app.add_option("--eps", options->eps, "merge points that are this close in x and y (0.000001)")
         ->type_name("LENGTH");
-    app.add_option("--title", options->title, "title of pictures (the names of the files)")
-        ->type_name("TEXT");
     app.add_flag("--skip-bad", options->skipBad, "pass over lines that cannot be read, and list them");
-    app.add_flag("--json", options->json, "report as JSON");
-    app.add_option("-o,--output", options->outputs,
-                   "file to write, by its extension: " + KnownExtensions() + "; may be repeated")
-        ->required()
-        ->allow_extra_args(false)
-        ->type_name("OUT");
+    DeclareOutputs(app, options->outputs);
+    DeclareJson(app, options->json);
+    SetExample(app, "  qsvtin build points.txt --breaklines lines.txt -o site.tin -o site.png");
     app.callback([options] { RunBuild(*options); });
 }
 

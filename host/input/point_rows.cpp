@@ -13,9 +13,6 @@ namespace {
 
 constexpr std::array kSeparators = {Separator::Semicolon, Separator::Comma, Separator::Tab, Separator::Blank};
 
-// Beyond this a double has no fraction of a unit left, and products of coordinates come near overflow.
-constexpr double kLargestCoordinate = 1e15;
-
 std::ptrdiff_t CountNumbers(const std::vector<std::string_view>& fields)
 {
     double ignored = 0.0;
@@ -157,7 +154,7 @@ bool PointRows::ReadCoordinate(int column, double& value, std::string& reason) c
         reason = Quoted(field) + " is not a finite number";
         return false;
     }
-    if (std::fabs(value) > kLargestCoordinate) {
+    if (!IsCoordinate(value)) {
         reason = Quoted(field) + " is too large for a coordinate";
         return false;
     }

@@ -1,48 +1,16 @@
 #include "host/input/text_file.h"
 
 #include "host/failure.h"
-
-#include <array>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <filesystem>
-#include <memory>
+#include "host/input/whole_file.h"
 
 namespace qsvtin {
 
 namespace {
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
 // A zero byte near the beginning tells that it is none, nor UTF-16.
 bool LooksLikeText(std::string_view text)
 {
     return text.substr(0, 4096).find('\0') == std::string_view::npos;
-}
-
-std::string ReadAll(const std::string& path)
-{
-    std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) {
-        throw Failure(path + " is a directory; name the files in it");
-    }
-    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
-    if (!file) {
-        throw Failure("cannot read " + path + ": " + std::strerror(errno) + "; check the name");
-    }
-    std::string text;
-    std::array<char, 1 << 16> block;
-    while (const std::size_t got = std::fread(block.data(), 1, block.size(), file.get())) {
-        text.append(block.data(), got);
-        if (!LooksLikeText(text)) break;   // a device could go on for ever
-    }
-    if (std::ferror(file.get())) {
-        throw Failure("cannot read " + path + " to its end: " + std::strerror(errno));
-    }
-    return text;
 }
 
 bool StartsWith(std::string_view text, std::string_view start)
@@ -52,7 +20,7 @@ bool StartsWith(std::string_view text, std::string_view start)
 
 }   // namespace
 
-TextFile::TextFile(const std::string& path) : TextFile(path, ReadAll(path)) {}
+TextFile::TextFile(const std::string& path) : TextFile(path, ReadWholeFile(path, LooksLikeText)) {}
 
 TextFile::TextFile(const std::string& name, std::string text) : m_path(name), m_text(std::move(text))
 {

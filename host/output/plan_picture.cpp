@@ -84,10 +84,10 @@ void WriteVector(CreateVectorSurface create, const PlanView& view, const PageLay
 
 }   // namespace
 
-void WritePlanPng(const Terrain& terrain, const std::string& title, SafeFile& file)
+void WritePlanPng(const Terrain& terrain, const WriteOptions& options, SafeFile& file)
 {
     constexpr double kPixelsPerPoint = 3.0;
-    const PlanView view = MakePlanView(terrain, title);
+    const PlanView view = MakePlanView(terrain, options.title);
     const PageLayout page = LayOutPage(view, false);
     const Surface surface(cairo_image_surface_create(
         CAIRO_FORMAT_RGB24, static_cast<int>(std::lround(page.width * kPixelsPerPoint)),
@@ -98,15 +98,15 @@ void WritePlanPng(const Terrain& terrain, const std::string& title, SafeFile& fi
     Check(cairo_surface_write_to_png_stream(surface.get(), Receiver::Write, &receiver), receiver);
 }
 
-void WritePlanSvg(const Terrain& terrain, const std::string& title, SafeFile& file)
+void WritePlanSvg(const Terrain& terrain, const WriteOptions& options, SafeFile& file)
 {
-    const PlanView view = MakePlanView(terrain, title);
+    const PlanView view = MakePlanView(terrain, options.title);
     WriteVector(cairo_svg_surface_create_for_stream, view, LayOutPage(view, false), file);
 }
 
-void WritePlanPdf(const Terrain& terrain, const std::string& title, SafeFile& file)
+void WritePlanPdf(const Terrain& terrain, const WriteOptions& options, SafeFile& file)
 {
-    const PlanView view = MakePlanView(terrain, title);
+    const PlanView view = MakePlanView(terrain, options.title);
     WriteVector(cairo_pdf_surface_create_for_stream, view, LayOutPage(view, true), file);
 }
 

@@ -2,8 +2,7 @@
 #define QSVTIN_OUTPUT_PLAN_PICTURE_H
 
 #include "host/output/safe_file.h"
-
-#include <string>
+#include "host/output/write_options.h"
 
 namespace qsvtin {
 
@@ -11,11 +10,11 @@ struct Terrain;
 
 /// Plan view as a picture of up to 2526 pixels: hill-shaded surface coloured by height, edges where they can
 /// be told apart, breaklines and their crossings, coordinates, scale bar and height legend.
-void WritePlanPng(const Terrain& terrain, const std::string& title, SafeFile& file);
+void WritePlanPng(const Terrain& terrain, const WriteOptions& options, SafeFile& file);
 /// The same as SVG: lines and text scale freely, the shaded surface is a picture inside.
-void WritePlanSvg(const Terrain& terrain, const std::string& title, SafeFile& file);
+void WritePlanSvg(const Terrain& terrain, const WriteOptions& options, SafeFile& file);
 /// The same as one A4 page, upright or lying as suits the terrain.
-void WritePlanPdf(const Terrain& terrain, const std::string& title, SafeFile& file);
+void WritePlanPdf(const Terrain& terrain, const WriteOptions& options, SafeFile& file);
 
 }   // namespace qsvtin
 

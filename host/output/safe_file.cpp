@@ -73,8 +73,22 @@ void SafeFile::Write(std::string_view bytes)
     m_size += bytes.size();
 }
 
+void SafeFile::WriteByPath(const std::function<bool(const std::string& path)>& write, std::uintmax_t size)
+{
+    if (m_written == m_replaced) {
+        throw Failure("cannot write " + m_target + ": it is a device or a pipe; name a file");
+    }
+    std::fclose(std::exchange(m_file, nullptr));
+    errno = 0;
+    if (!write(m_written)) Fail(errno != 0 ? errno : EIO);
+    m_size = size;
+    std::error_code unknown;
+    if (std::filesystem::file_size(m_written, unknown) != m_size) Fail(errno != 0 ? errno : ENOSPC);
+}
+
 void SafeFile::Finish()
 {
+    if (!m_file) return;
     const bool flushed = std::fflush(m_file) == 0;
     const int flushError = errno;
     const bool closed = std::fclose(std::exchange(m_file, nullptr)) == 0;

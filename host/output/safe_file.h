@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,11 @@ public:
 
     /// @throws Failure when the bytes cannot be written, for instance on a full disk
     void Write(std::string_view bytes);
+    /// Lets a function write the whole file itself, by its path, instead of Write.
+    /// @param write  false: the path cannot be opened
+    /// @param size   bytes that must be there when it is done
+    /// @throws Failure when the target is no regular file, for what arrives there cannot be checked
+    void WriteByPath(const std::function<bool(const std::string& path)>& write, std::uintmax_t size);
     /// Ends writing and checks that every byte arrived. @throws Failure when not
     void Finish();
     /// Puts the finished file in the place of the target. @throws Failure when that is refused
@@ -35,10 +41,10 @@ public:
 private:
     [[noreturn]] void Fail(int error) const;
 
-    std::string m_target;     // as given
-    std::string m_written;    // what is being written; the target itself when it is no regular file
-    std::string m_replaced;   // where it goes: the target, or what the target links to
-    std::FILE* m_file = nullptr;
+    std::string m_target;          // as given
+    std::string m_written;         // what is being written; the target itself when it is no regular file
+    std::string m_replaced;        // where it goes: the target, or what the target links to
+    std::FILE* m_file = nullptr;   // null once it is closed
     std::uintmax_t m_size = 0;
 };
 

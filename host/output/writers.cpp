@@ -1,37 +1,43 @@
 #include "host/output/writers.h"
 
+#include "host/extension.h"
 #include "host/failure.h"
 #include "host/output/obj.h"
 #include "host/output/plan_picture.h"
+#include "host/output/ply.h"
+#include "host/output/stl.h"
+#include "host/output/tin.h"
+#include "host/terrain/triangles.h"
 
 #include <algorithm>
 #include <array>
-#include <cctype>
-#include <filesystem>
 
 namespace qsvtin {
 
 namespace {
 
 constexpr std::array kWriters = {
-    Writer{".png", WritePlanPng},
-    Writer{".svg", WritePlanSvg},
-    Writer{".pdf", WritePlanPdf},
-    Writer{".obj", WriteObj},
+    Writer{".tin", WriteTin, false},    Writer{".png", WritePlanPng, true},
+    Writer{".svg", WritePlanSvg, true}, Writer{".pdf", WritePlanPdf, true},
+    Writer{".obj", WriteObj, false},    Writer{".ply", WritePly, false},
+    Writer{".stl", WriteStl, false},
 };
 
-std::string LowerCase(std::string text)
+// Pictures need ground, which a mesh of nothing but walls has not.
+void RequireGround(const Terrain& terrain, const std::string& path)
 {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
+    for (int t = 0; t < terrain.tin.m_aTri.GetSize(); ++t) {
+        if (!StandsUpright(terrain.tin, t)) return;
+    }
+    throw Failure("cannot draw " + path +
+                  ": the TIN has no triangle that extends in plan; name a model, .obj");
 }
 
 }   // namespace
 
 const Writer& WriterFor(const std::string& path)
 {
-    const std::string extension = LowerCase(std::filesystem::path(path).extension().string());
+    const std::string extension = ExtensionOf(path);
     const auto found = std::find_if(kWriters.begin(), kWriters.end(),
                                     [&](const Writer& writer) { return writer.extension == extension; });
     if (found == kWriters.end()) {
@@ -51,17 +57,34 @@ std::string KnownExtensions()
     return list;
 }
 
-void WriteAll(const Terrain& terrain, const std::string& title, const std::vector<std::string>& paths)
+void WriteFiles(const FilesToWrite& files)
 {
-    std::vector<SafeFile> files;
-    for (const std::string& path : paths) {
-        SafeFile& file = files.emplace_back(path);
-        WriterFor(path).write(terrain, title, file);
+    std::vector<SafeFile> written;
+    for (const auto& [path, write] : files) {
+        SafeFile& file = written.emplace_back(path);
+        write(file);
         file.Finish();
     }
-    for (SafeFile& file : files) {
+    for (SafeFile& file : written) {
         file.TakePlace();
     }
+}
+
+void WriteAll(const Terrain& terrain, const WriteOptions& options, const std::vector<std::string>& paths)
+{
+    FilesToWrite files;
+    for (const std::string& path : paths) {
+        files.emplace_back(path, WriterOf(terrain, options, path));
+    }
+    WriteFiles(files);
+}
+
+std::function<void(SafeFile& file)> WriterOf(const Terrain& terrain, const WriteOptions& options,
+                                             const std::string& path)
+{
+    const Writer& writer = WriterFor(path);
+    if (writer.picture) RequireGround(terrain, path);
+    return [&](SafeFile& file) { writer.write(terrain, options, file); };
 }
 
 }   // namespace qsvtin

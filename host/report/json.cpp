@@ -1,21 +1,13 @@
 #include "host/report/build_report.h"
-
-#include <nlohmann/json.hpp>
+#include "host/report/json_text.h"
 
 namespace qsvtin {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 Json AsJson(const LineName& line)
 {
     return {{"line", line.number}, {"file", line.file}, {"block", line.block}, {"name", line.name}};
-}
-
-Json AsJson(const Position& p)
-{
-    return {p.x, p.y, p.z};
 }
 
 Json AsJson(const IncompleteLine& incomplete)
@@ -25,7 +17,7 @@ Json AsJson(const IncompleteLine& incomplete)
     json["missing"] = Json::array();
     for (const SegmentName& segment : incomplete.missing) {
         json["missing"].push_back(
-            {{"file_lines", segment.fileLines}, {"from", AsJson(segment.from)}, {"to", AsJson(segment.to)}});
+            {{"file_lines", segment.fileLines}, {"from", JsonOf(segment.from)}, {"to", JsonOf(segment.to)}});
     }
     return json;
 }
@@ -105,15 +97,12 @@ std::string ReportAsJson(const BuildReport& report)
     json["rejected"] = ListOf(report.rejected);
     json["unused"] = ListOf(report.unused);
     json["height_conflicts"] = ListOf(report.conflicts);
-    json["range"] = {{"x", {report.low.x, report.high.x}},
-                     {"y", {report.low.y, report.high.y}},
-                     {"z", {report.low.z, report.high.z}}};
+    json["range"] = JsonOfRange(report.low, report.high);
     json["plan_area"] = report.planArea;
     json["surface_area"] = report.surfaceArea;
     json["written"] = report.written;
     json["seconds"] = SecondsOf(report.seconds);
-    // Names in another encoding than UTF-8 are shown with replacement characters instead of failing.
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return TextOf(json);
 }
 
 }   // namespace qsvtin

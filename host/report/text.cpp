@@ -1,43 +1,11 @@
 #include "host/report/build_report.h"
+#include "host/report/text_report.h"
 
-#include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
 
 namespace qsvtin {
 
 namespace {
-
-std::string Fixed(double value, int decimals)
-{
-    std::array<char, 400> text;
-    std::snprintf(text.data(), text.size(), "%.*f", decimals, value);
-    return text.data();
-}
-
-std::string Coordinate(double value)
-{
-    return Fixed(value, 3);
-}
-
-// Names to the left, what belongs to them in a column of its own; more lines below without a name.
-class TextReport
-{
-public:
-    void Line(const std::string& name, const std::string& value)
-    {
-        constexpr std::size_t kColumn = 20;
-        m_text += name + std::string(name.size() < kColumn ? kColumn - name.size() : 1, ' ') + value + "\n";
-    }
-    void Line(const std::string& name, std::size_t count) { Line(name, std::to_string(count)); }
-    void Detail(const std::string& text) { m_text += "    " + text + "\n"; }
-
-    const std::string& Text() const { return m_text; }
-
-private:
-    std::string m_text;
-};
 
 std::string Described(const LineName& line)
 {

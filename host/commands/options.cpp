@@ -1,0 +1,76 @@
+#include "host/commands/options.h"
+
+#include "host/failure.h"
+#include "host/output/safe_file.h"
+#include "host/output/writers.h"
+
+#include <algorithm>
+
+namespace qsvtin {
+
+void DeclareTin(CLI::App& app, TinChoice& choice)
+{
+    app.add_option("FILE", choice.file, "TIN file of any form, or a model: .obj, .ply, .stl")->required();
+    app.add_option("--tin", choice.tin, "the TIN to take, by its number or name (the first)")
+        ->type_name("NUMBER|NAME");
+}
+
+void DeclareOutputs(CLI::App& app, OutputChoice& outputs)
+{
+    app.add_option("-o,--output", outputs.paths,
+                   "file to write, by its extension: " + KnownExtensions() + "; may be repeated")
+        ->required()
+        ->allow_extra_args(false)
+        ->type_name("OUT");
+    DeclareWriteOptions(app, outputs);
+}
+
+void DeclareWriteOptions(CLI::App& app, OutputChoice& outputs)
+{
+    app.add_option(
+           "--format", outputs.form,
+           "form of TIN files: 2 a collection with texture coordinates, 1 a collection without, 0 one "
+           "TIN without a name")
+        ->type_name("2|1|0");
+    app.add_option("--name", outputs.options.name, "name of the TIN in a TIN file (that of the file)")
+        ->type_name("NAME");
+    app.add_flag("--ascii", outputs.options.ascii, "write .ply and .stl as text");
+    app.add_option("--title", outputs.options.title, "title of pictures and models (the name of the input)")
+        ->type_name("TEXT");
+}
+
+void CheckOutputs(const OutputChoice& outputs)
+{
+    constexpr std::size_t kLongestName = 255;
+    if (outputs.form && (*outputs.form < 0 || *outputs.form > 2)) {
+        throw Failure("--format must be 2, 1 or 0", Failure::BadUsage);
+    }
+    if (outputs.options.name.size() > kLongestName) {
+        throw Failure("--name is too long; a TIN file has room for 255 bytes", Failure::BadUsage);
+    }
+    for (const std::string& path : outputs.paths) {
+        WriterFor(path);
+    }
+    for (const std::string& path : outputs.paths) {
+        CheckTarget(path);
+    }
+}
+
+void DeclareJson(CLI::App& app, bool& json)
+{
+    app.add_flag("--json", json, "report as JSON");
+}
+
+std::string OnOneLine(std::string text)
+{
+    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20; };
+    std::replace_if(text.begin(), text.end(), isControl, ' ');
+    return text;
+}
+
+void SetExample(CLI::App& app, const std::string& lines)
+{
+    app.footer("Example:\n" + lines);
+}
+
+}   // namespace qsvtin

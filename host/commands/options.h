@@ -1,0 +1,50 @@
+#ifndef QSVTIN_COMMANDS_OPTIONS_H
+#define QSVTIN_COMMANDS_OPTIONS_H
+
+#include "host/input/tins.h"
+#include "host/output/write_options.h"
+
+#include <CLI/CLI.hpp>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qsvtin {
+
+/// Which TIN of which file a command works on.
+struct TinChoice {
+    std::string file;
+    std::string tin;   ///< number or name; empty: the first
+};
+
+/// Declares the file as the first argument, and --tin.
+void DeclareTin(CLI::App& app, TinChoice& choice);
+
+/// Files to write, and what the user chose about them.
+struct OutputChoice {
+    std::vector<std::string> paths;
+    WriteOptions options;
+    std::optional<int> form;   ///< as given, else the command decides
+};
+
+/// Declares -o, --format, --name, --ascii and --title.
+void DeclareOutputs(CLI::App& app, OutputChoice& outputs);
+/// Declares the options without -o, for a command whose last argument is the file to write.
+void DeclareWriteOptions(CLI::App& app, OutputChoice& outputs);
+
+/// Finds out before any work is done whether the outputs can be written. @throws Failure when not
+void CheckOutputs(const OutputChoice& outputs);
+
+/// Declares --json.
+void DeclareJson(CLI::App& app, bool& json);
+
+/// One line, whatever the text holds: a title also becomes a comment in text formats.
+std::string OnOneLine(std::string text);
+
+/// Ends the help of a command with an example.
+void SetExample(CLI::App& app, const std::string& lines);
+
+}   // namespace qsvtin
+
+#endif

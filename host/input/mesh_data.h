@@ -1,0 +1,28 @@
+#ifndef QSVTIN_INPUT_MESH_DATA_H
+#define QSVTIN_INPUT_MESH_DATA_H
+
+#include "host/position.h"
+
+#include <array>
+#include <vector>
+
+namespace qsvtin {
+
+/// A mesh as other programs store it: no links between the triangles, turned either way. Indices are in
+/// range and coordinates usable.
+struct MeshData {
+    std::vector<Position> vertices;
+    std::vector<std::array<int, 3>> triangles;
+
+    /// Adds a polygon as triangles that share its first corner.
+    void AddPolygon(const std::vector<int>& corners)
+    {
+        for (std::size_t i = 2; i < corners.size(); ++i) {
+            triangles.push_back({corners[0], corners[i - 1], corners[i]});
+        }
+    }
+};
+
+}   // namespace qsvtin
+
+#endif

@@ -1,0 +1,44 @@
+#ifndef QSVTIN_INPUT_TINS_H
+#define QSVTIN_INPUT_TINS_H
+
+#include "qsv_3dprocess.h"
+
+#include <string>
+
+namespace qsvtin {
+
+/// The TINs of one file, in survey coordinates, as the file holds them. Where it has no room for names, a TIN
+/// is named as the file, without folder and extension.
+struct TinFile {
+    static constexpr int kOtherForm = -1;
+
+    std::string path;
+    int form = kOtherForm;   ///< 0 a single TIN, 1 or 2 a collection of that version
+    CArray<CTin, CTin&> tins;
+};
+
+/// Reads a TIN file of any form, or a model (.obj, .ply, .stl), of which one TIN is made. What had to be
+/// changed in a model is said on standard error.
+/// @throws Failure when it cannot be read, is damaged or holds no TIN
+TinFile ReadTins(const std::string& path);
+
+/// A form of file in words, such as "collection, version 2".
+std::string DescribeForm(int form);
+
+/// The TIN that the user means.
+/// @param wanted  a number, from 1, or else a name; empty: the first, which is said on standard error when
+///                there are more
+/// @return its index
+/// @throws Failure (bad usage) when no TIN or more than one is meant
+int ChooseTin(const TinFile& file, const std::string& wanted);
+
+/// Finds out whether a TIN can be computed with: it has triangles, their corners and neighbours exist, and
+/// every coordinate is a usable number. @throws Failure when not
+void RequireUsable(const TinFile& file, int index);
+
+/// A TIN as messages name it: the file and, when it holds more than one, the TIN.
+std::string NameIn(const TinFile& file, int index);
+
+}   // namespace qsvtin
+
+#endif

@@ -1,0 +1,21 @@
+#ifndef QSVTIN_OUTPUT_STL_H
+#define QSVTIN_OUTPUT_STL_H
+
+#include "host/output/safe_file.h"
+#include "host/output/write_options.h"
+
+namespace qsvtin {
+
+struct Terrain;
+
+/// Writes the triangles as STL. As text, coordinates are the survey's with every digit. Binary STL has room
+/// for 7 digits only: where those would not hold a millimetre, coordinates are relative to the terrain's
+/// origin, which stands in the header (see kStlOrigin) and is said on standard error.
+void WriteStl(const Terrain& terrain, const WriteOptions& options, SafeFile& file);
+
+/// How the header of a binary STL file begins whose coordinates are relative; x and y of the origin follow.
+constexpr char kStlOrigin[] = "qsvtin; coordinates are relative to ";
+
+}   // namespace qsvtin
+
+#endif

@@ -1,0 +1,19 @@
+#ifndef QSVTIN_TERRAIN_TRIANGLES_H
+#define QSVTIN_TERRAIN_TRIANGLES_H
+
+#include "qsv_3dprocess.h"
+
+namespace qsvtin {
+
+/// Corner k (0, 1, 2) of a triangle; its indices must be sound, here and below.
+const CXYZ& CornerOf(const CTin& tin, int triangle, int k);
+
+/// Twice the plan area of a triangle, below 0 when it runs clockwise.
+double DoubledPlanArea(const CTin& tin, int triangle);
+
+/// True for a triangle of a wall, and for one without any area: it has no height of its own in plan.
+bool StandsUpright(const CTin& tin, int triangle);
+
+}   // namespace qsvtin
+
+#endif
