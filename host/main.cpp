@@ -1,27 +1,53 @@
+#include "host/commands/area.h"
 #include "host/commands/build.h"
+#include "host/commands/check.h"
 #include "host/commands/command.h"
+#include "host/commands/convert.h"
+#include "host/commands/edit.h"
+#include "host/commands/height.h"
+#include "host/commands/info.h"
+#include "host/commands/join.h"
+#include "host/commands/polygon.h"
 #include "host/failure.h"
+#include "host/say.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <new>
 #include <string>
+#include <vector>
 
 namespace {
 
 constexpr std::array kCommands = {
     qsvtin::Command{"build", "Build a terrain from survey points and breaklines", qsvtin::DeclareBuild},
+    qsvtin::Command{"polygon", "Build a TIN that fills one polygon", qsvtin::DeclarePolygon},
+    qsvtin::Command{"info", "Tell what a TIN file holds", qsvtin::DeclareInfo},
+    qsvtin::Command{"check", "Find every fault of a TIN file", qsvtin::DeclareCheck},
+    qsvtin::Command{"height", "Tell heights of the surface", qsvtin::DeclareHeight},
+    qsvtin::Command{"area", "Tell the area of the surface", qsvtin::DeclareArea},
+    qsvtin::Command{"edit", "Insert and delete points, trim, hang walls, merge", qsvtin::DeclareEdit},
+    qsvtin::Command{"convert", "Convert between TIN files, models and pictures", qsvtin::DeclareConvert},
+    qsvtin::Command{"join", "Put the TINs of several files into one", qsvtin::DeclareJoin},
 };
 
-// One line on standard error, whatever the message holds.
-int Complain(std::string message, int status)
+int Complain(const std::string& message, int status)
 {
-    std::replace(message.begin(), message.end(), '\n', ' ');
-    std::fprintf(stderr, "qsvtin: %s\n", message.c_str());
+    qsvtin::Note(message);
     return status;
+}
+
+// The arguments, last first, as they are parsed. A number such as -.5 would pass for an option.
+std::vector<std::string> ArgumentsOf(int argc, char** argv)
+{
+    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    for (std::string& argument : arguments) {
+        if (argument.compare(0, 2, "-.") == 0) argument.insert(1, "0");
+    }
+    std::reverse(arguments.begin(), arguments.end());
+    return arguments;
 }
 
 }   // namespace
@@ -35,7 +61,7 @@ int main(int argc, char** argv)
         command.declare(*app.add_subcommand(command.name, command.summary));
     }
     try {
-        app.parse(argc, argv);
+        app.parse(ArgumentsOf(argc, argv));
         return 0;
     } catch (const CLI::Success& request) {
         return app.exit(request);   // help or version
@@ -44,7 +70,7 @@ int main(int argc, char** argv)
     } catch (const qsvtin::Failure& failure) {
         return Complain(failure.what(), failure.status);
     } catch (const std::bad_alloc&) {
-        return Complain("out of memory; build a part of the points", qsvtin::Failure::Failed);
+        return Complain("out of memory; take a part of the data", qsvtin::Failure::Failed);
     } catch (const std::exception& error) {
         return Complain(error.what(), qsvtin::Failure::Failed);
     }

@@ -1,0 +1,117 @@
+#include "host/commands/convert.h"
+
+#include "host/commands/options.h"
+#include "host/extension.h"
+#include "host/failure.h"
+#include "host/output/tin.h"
+#include "host/output/writers.h"
+#include "host/report/json_text.h"
+#include "host/report/text_report.h"
+#include "host/say.h"
+#include "host/terrain/loaded.h"
+#include "host/terrain/mesh_to_tin.h"
+
+#include <memory>
+
+namespace qsvtin {
+
+namespace {
+
+struct ConvertOptions {
+    TinChoice choice;
+    std::string target;
+    OutputChoice outputs;
+    bool relink = false;
+    bool json = false;
+};
+
+// A collection goes over whole unless the target has room for one TIN only, or one was chosen.
+bool TakesAll(const ConvertOptions& options)
+{
+    return options.choice.tin.empty() && ExtensionOf(options.target) == ".tin" &&
+           options.outputs.form.value_or(2) != 0;
+}
+
+CArray<CTin, CTin&> TakeTins(TinFile& file, const ConvertOptions& options)
+{
+    if (TakesAll(options)) return file.tins;
+    CArray<CTin, CTin&> tins;
+    tins.Add(file.tins[ChooseTin(file, options.choice.tin)]);
+    return tins;
+}
+
+void Relink(CArray<CTin, CTin&>& tins)
+{
+    for (int i = 0; i < tins.GetSize(); ++i) {
+        tins[i].UpdateTopology();
+        UpdateStoredParts(tins[i]);
+    }
+}
+
+void Rename(CArray<CTin, CTin&>& tins, const std::string& name)
+{
+    if (tins.GetSize() > 1) {
+        throw Failure("--name is for one TIN, and the file holds more; choose one with --tin",
+                      Failure::BadUsage);
+    }
+    tins[0].m_strName = name.c_str();
+}
+
+void Report(const ConvertOptions& options, const CArray<CTin, CTin&>& tins)
+{
+    int triangles = 0;
+    for (int i = 0; i < tins.GetSize(); ++i) {
+        triangles += tins[i].m_aTri.GetSize();
+    }
+    if (options.json) {
+        Print(TextOf({{"written", options.target}, {"tins", tins.GetSize()}, {"triangles", triangles}}));
+        return;
+    }
+    TextReport text;
+    text.Line("TINs", static_cast<std::size_t>(tins.GetSize()));
+    text.Line("triangles", static_cast<std::size_t>(triangles));
+    text.Line("written", options.target);
+    Print(text.Text());
+}
+
+void RunConvert(ConvertOptions options)
+{
+    options.outputs.paths = {options.target};
+    CheckOutputs(options.outputs);
+    TinFile file = ReadTins(options.choice.file);
+    CArray<CTin, CTin&> tins = TakeTins(file, options);
+    if (options.relink) Relink(tins);
+    WriteOptions& write = options.outputs.options;
+    write.form = options.outputs.form.value_or(2);
+    if (!write.name.empty()) Rename(tins, write.name);
+    if (ExtensionOf(options.target) == ".tin") {
+        WriteFiles({{options.target, [&](SafeFile& to) { WriteTins(tins, write.form, to); }}});
+    } else {
+        file.tins = tins;
+        RequireUsable(file, 0);
+        Terrain terrain = LocalTerrain(tins[0], true);
+        terrain.tin.UpdateNormal();
+        if (write.title.empty()) write.title = tins[0].m_strName.GetString();
+        write.title = OnOneLine(write.title);
+        WriteAll(terrain, write, {options.target});
+    }
+    Report(options, tins);
+}
+
+}   // namespace
+
+void DeclareConvert(CLI::App& app)
+{
+    const auto options = std::make_shared<ConvertOptions>();
+    DeclareTin(app, options->choice);
+    app.add_option("OUT", options->target, "file to write, by its extension: " + KnownExtensions())
+        ->required();
+    DeclareWriteOptions(app, options->outputs);
+    app.add_flag("--relink", options->relink, "rebuild the links between triangles and the outline");
+    DeclareJson(app, options->json);
+    SetExample(app,
+               "  qsvtin convert site.tin site.stl --ascii\n  qsvtin convert old.tin new.tin --format 2");
+    app.callback([options] { RunConvert(*options); });
+}
+
+}   // namespace qsvtin
