@@ -3,10 +3,13 @@
 
 /// Everything the library offers.
 
+#include "base/calc_xyzhv.h"
+#include "base/dist.h"
 #include "base/polyline.h"
 #include "base/rotation.h"
 #include "base/sort_key.h"
 #include "base/xyz.h"
+#include "grid3dsphere/grid_3d_sphere.h"
 #include "platform/afx_array.h"
 #include "platform/afx_file.h"
 #include "platform/afx_point.h"

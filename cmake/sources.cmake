@@ -2,6 +2,8 @@
 set(QSV_SOURCES
   platform/afx_file.cpp
   platform/afx_string.cpp
+  base/calc_xyzhv.cpp
+  base/dist.cpp
   base/polyline.cpp
   base/rotation.cpp
   base/sort_key.cpp
@@ -59,6 +61,9 @@ set(QSV_SOURCES
   tin/tin_display/shading.cpp
   projection/matrix_inverse.cpp
   projection/projection.cpp
+  grid3dsphere/angles.cpp
+  grid3dsphere/grid_labels.cpp
+  grid3dsphere/grid_lines.cpp
 )
 
 # The public surface: these headers are installed, and nothing else is.
@@ -69,10 +74,13 @@ set(QSV_PUBLIC_HEADERS
   platform/afx_point.h
   platform/afx_string.h
   platform/export.h
+  base/calc_xyzhv.h
+  base/dist.h
   base/polyline.h
   base/rotation.h
   base/sort_key.h
   base/xyz.h
+  grid3dsphere/grid_3d_sphere.h
   projection/projection.h
   tin/breakline.h
   tin/mesh_check.h
