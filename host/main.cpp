@@ -7,7 +7,9 @@
 #include "host/commands/height.h"
 #include "host/commands/info.h"
 #include "host/commands/join.h"
+#include "host/commands/pick.h"
 #include "host/commands/polygon.h"
+#include "host/commands/render.h"
 #include "host/failure.h"
 #include "host/say.h"
 
@@ -28,6 +30,8 @@ constexpr std::array kCommands = {
     qsvtin::Command{"check", "Find every fault of a TIN file", qsvtin::DeclareCheck},
     qsvtin::Command{"height", "Tell heights of the surface", qsvtin::DeclareHeight},
     qsvtin::Command{"area", "Tell the area of the surface", qsvtin::DeclareArea},
+    qsvtin::Command{"render", "Draw a TIN from any direction", qsvtin::DeclareRender},
+    qsvtin::Command{"pick", "Tell what lies under a pixel of a drawn TIN", qsvtin::DeclarePick},
     qsvtin::Command{"edit", "Insert and delete points, trim, hang walls, merge", qsvtin::DeclareEdit},
     qsvtin::Command{"convert", "Convert between TIN files, models and pictures", qsvtin::DeclareConvert},
     qsvtin::Command{"join", "Put the TINs of several files into one", qsvtin::DeclareJoin},

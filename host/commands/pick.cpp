@@ -69,10 +69,11 @@ void DeclarePick(CLI::App& app)
     options->view.Declare(app);
     app.add_option("PIXEL", options->pixel, "column and row, such as 800,500, from 0,0 at the upper left")
         ->required();
-    app.add_flag("--json", options->json, "answer as JSON");
+    DeclareJson(app, options->json);
     app.footer(
         "Give the view and the size that the picture was rendered with. The line of sight through the\n"
-        "middle of the pixel is followed to the nearest triangle, by a test of every one.");
+        "middle of the pixel is followed to the nearest triangle, by a test of every one.\n\n"
+        "Example:\n  qsvtin pick hill.tin 800,500 --view 205,30 --perspective --exaggerate 2");
     app.callback([options] { RunPick(*options); });
 }
 

@@ -28,12 +28,12 @@ void RunRender(const RenderOptions& options)
     const std::string& path = options.output;
     CheckPicturePath(path);
     std::error_code missing;
-    if (std::filesystem::equivalent(path, options.view.file, missing)) {
+    if (std::filesystem::equivalent(path, options.view.tin.file, missing)) {
         throw Failure("-o " + path + " would overwrite the input; name another file", Failure::BadUsage);
     }
     CheckTarget(path);
     const Scene scene = options.view.ReadScene();
-    picture.title = options.title.empty() ? StemOf(options.view.file) : options.title;
+    picture.title = OnOneLine(options.title.empty() ? StemOf(options.view.tin.file) : options.title);
     SafeFile file(path);
     WriteView(scene, picture, file);
     file.Finish();
@@ -52,6 +52,7 @@ void DeclareRender(CLI::App& app)
     app.add_option("-o,--output", options->output, "picture to write: .png, .svg or .pdf")
         ->required()
         ->type_name("OUT");
+    SetExample(app, "  qsvtin render hill.tin --view 205,30 --perspective --exaggerate 2 -o hill.png");
     app.callback([options] { RunRender(*options); });
 }
 

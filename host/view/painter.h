@@ -9,21 +9,14 @@
 
 namespace qsvtin {
 
-/// A part of a triangle, as it is painted.
-struct Piece {
-    int triangle = -1;
-    std::array<int, 3> vertices = {-1, -1, -1};   ///< of the drawing
-};
-
 /// The triangles of a scene as they appear in a picture.
 struct Drawing {
-    std::vector<Seen> vertices;   ///< those of the scene, then those where triangles were cut
-    std::vector<Piece> pieces;    ///< the farthest first
+    std::vector<Seen> vertices;
+    std::vector<std::array<int, 3>> triangles;
+    std::vector<int> order;   ///< of the triangles, the farthest first
 };
 
-/// Brings every vertex into the picture and orders the triangles for painting: seen along the line of sight,
-/// the picture is a plan and nearness a height, for which the library has an order. Triangles much larger than
-/// most are cut for it: the order begins with one nearness for each, which says little about a large one.
+/// Brings every vertex into the picture and orders the triangles for painting.
 Drawing MakeDrawing(const Scene& scene, const ViewFrame& frame);
 
 /// Rows of samples, from above, each with the triangle that is seen there, -1 for none.

@@ -51,9 +51,7 @@ bool ReadPair(const std::string& text, char separator, double& first, double& se
 
 void ViewOptions::Declare(CLI::App& app)
 {
-    app.add_option("FILE", file, "TIN file, or a model: .obj, .ply or .stl")->required();
-    app.add_option("--tin", tin, "the TIN of a file with several, by number or name (the first)")
-        ->type_name("WHICH");
+    DeclareTin(app, tin);
     app.add_option(
            "--view", view,
            "where the viewer stands, in degrees: from north over east, and above the horizon, such as "
@@ -89,8 +87,8 @@ PictureOptions ViewOptions::Picture() const
 
 Scene ViewOptions::ReadScene() const
 {
-    const TinFile read = ReadTins(file);
-    const int index = ChooseTin(read, tin);
+    const TinFile read = ReadTins(tin.file);
+    const int index = ChooseTin(read, tin.tin);
     RequireUsable(read, index);
     return MakeScene(read.tins[index], exaggeration, skirt);
 }

@@ -1,6 +1,7 @@
 #ifndef QSVTIN_VIEW_VIEW_OPTIONS_H
 #define QSVTIN_VIEW_VIEW_OPTIONS_H
 
+#include "host/commands/options.h"
 #include "host/view/scene.h"
 #include "host/view/view_picture.h"
 
@@ -13,8 +14,7 @@ namespace qsvtin {
 
 /// What the user says about a picture: the same for drawing one and for picking in it.
 struct ViewOptions {
-    std::string file;
-    std::string tin;
+    TinChoice tin;
     std::string view;
     bool perspective = false;
     double exaggeration = 1.0;
