@@ -5,6 +5,7 @@
 #include "host/query/surface.h"
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <utility>
 #include <vector>
@@ -123,17 +124,61 @@ int NearestVertex(const Terrain& terrain, const Position& at)
     return nearest;
 }
 
+namespace {
+
+// Faults that make a mesh unusable as a surface seen from above. Flat triangles are counted on demand:
+// upright walls have no area in plan either.
+int CountFaults(const CTin& tin, bool countFlat)
+{
+    CArray<CMeshFault> faults;
+    FindMeshFaults(tin, faults, std::numeric_limits<int>::max());
+    int count = 0;
+    for (int i = 0; i < faults.GetSize(); ++i) {
+        count += faults[i].m_eKind < (countFlat ? MESH_FAULT_TRI_NORMALS : MESH_FAULT_FLAT) ? 1 : 0;
+    }
+    return count;
+}
+
+// The library fills the hole in the plane of its surroundings, as tanks and tunnels want it. On a steep
+// slope that can fold a terrain as seen from above; with all heights equal, that plane is the plan.
+int DeleteInPlan(CTin& tin, int vertex)
+{
+    std::vector<double> heights;
+    for (int v = 0; v < tin.m_aVertex.GetSize(); ++v) {
+        heights.push_back(tin.m_aVertex[v].z);
+        tin.m_aVertex[v].z = 0.0;
+    }
+    const int deleted = tin.DelVertex(vertex);
+    if (deleted != 0) heights.erase(heights.begin() + vertex);
+    for (int v = 0; v < tin.m_aVertex.GetSize(); ++v) {
+        tin.m_aVertex[v].z = heights[static_cast<std::size_t>(v)];
+    }
+    return deleted;
+}
+
+}   // namespace
+
 void DeleteVertex(Terrain& terrain, int vertex)
 {
-    const int count = terrain.tin.GetPointSize();
+    CTin& tin = terrain.tin;
+    const int count = tin.GetPointSize();
     const std::string name = "vertex " + std::to_string(vertex);
     if (vertex < 0 || vertex >= count) {
         throw Failure("there is no " + name + "; they are numbered from 0 to " + std::to_string(count - 1));
     }
-    if (terrain.tin.DelVertex(vertex) == 0) {
-        throw Failure("the hole that " + name + " would leave cannot be filled; delete a neighbour first");
+    const CTin before(tin);
+    const double eps = tin.m_dEPS;
+    const int faults = CountFaults(tin, false);
+    const bool isPlanSurface = CountFaults(tin, true) == 0;
+    const int deleted = isPlanSurface ? DeleteInPlan(tin, vertex) : tin.DelVertex(vertex);
+    const bool isEmpty = tin.GetTriSize() == 0;
+    if (deleted == 0 || isEmpty || CountFaults(tin, false) > faults) {
+        tin = before;
+        tin.SetEPS(eps);
+        throw Failure(isEmpty ? "no triangle is left without " + name + "; keep it"
+                              : "the hole that " + name +
+                                    " would leave cannot be filled; delete a neighbour first");
     }
-    if (terrain.tin.GetTriSize() == 0) throw Failure("no triangle is left without " + name + "; keep it");
 }
 
 int TrimByAngle(Terrain& terrain, double degrees)
