@@ -122,7 +122,7 @@ public:
     {
         if (m_nSize == m_nMaxSize) {
             TYPE copy(newElement);   // growing moves the elements, and newElement may be one of them
-            Reallocate(GrownCapacity(m_nSize + 1));
+            Reallocate(GrownCapacity(Sum(m_nSize, 1)));
             ::new (static_cast<void*>(m_pData + m_nSize)) TYPE(std::move(copy));
         } else {
             ::new (static_cast<void*>(m_pData + m_nSize)) TYPE(newElement);
@@ -138,7 +138,7 @@ public:
             return;
         }
         TYPE copy(newElement);
-        SetSize(nIndex + 1);
+        SetSize(Sum(nIndex, 1));
         m_pData[nIndex] = copy;
     }
     /// Removes nCount elements from nIndex on; later elements move down. Cost: linear.
@@ -155,7 +155,7 @@ public:
     {
         assert(nIndex >= 0 && nIndex <= m_nSize && nCount >= 0);
         CArray<TYPE, ARG_TYPE> merged;
-        merged.Reallocate(GrownCapacity(m_nSize + nCount));
+        merged.Reallocate(GrownCapacity(Sum(m_nSize, nCount)));
         std::uninitialized_fill(merged.m_pData + nIndex, merged.m_pData + nIndex + nCount, newElement);
         Relocate(merged.m_pData, m_pData, nIndex);
         Relocate(merged.m_pData + nIndex + nCount, m_pData + nIndex, m_nSize - nIndex);
@@ -171,8 +171,8 @@ public:
     {
         const int nFirst = m_nSize;
         const int nAdded = src.m_nSize;   // src may be this array
-        if (nFirst + nAdded > m_nMaxSize) {
-            Reallocate(GrownCapacity(nFirst + nAdded));
+        if (Sum(nFirst, nAdded) > m_nMaxSize) {
+            Reallocate(GrownCapacity(Sum(nFirst, nAdded)));
         }
         std::uninitialized_copy(src.m_pData, src.m_pData + nAdded, m_pData + nFirst);
         m_nSize += nAdded;
@@ -185,6 +185,14 @@ private:
                                  static_cast<std::size_t>(std::numeric_limits<int>::max())
                              ? std::numeric_limits<std::ptrdiff_t>::max() / sizeof(TYPE)
                              : static_cast<std::size_t>(std::numeric_limits<int>::max()));
+
+    static int Sum(int a, int b)
+    {
+        if (a > kMaxElements - b) {
+            throw std::bad_alloc();
+        }
+        return a + b;
+    }
 
     // The first block fits exactly: most arrays are sized once. Later ones grow by half, so that n
     // calls of Add cost time proportional to n.

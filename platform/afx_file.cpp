@@ -14,15 +14,16 @@
 
 namespace {
 
-std::FILE* OpenStream(const char* szPath, bool bWrite)
+// szMode: as std::fopen takes it
+std::FILE* OpenStream(const char* szPath, const char* szMode)
 {
 #ifdef _WIN32
     const int nLength = MultiByteToWideChar(CP_UTF8, 0, szPath, -1, nullptr, 0);
     std::wstring strWide(static_cast<size_t>(std::max(nLength, 1)), L'\0');
     MultiByteToWideChar(CP_UTF8, 0, szPath, -1, &strWide[0], nLength);
-    return _wfopen(strWide.c_str(), bWrite ? L"wb" : L"rb");
+    return _wfopen(strWide.c_str(), std::wstring(szMode, szMode + std::strlen(szMode)).c_str());
 #else
-    return std::fopen(szPath, bWrite ? "wb" : "rb");
+    return std::fopen(szPath, szMode);
 #endif
 }
 
@@ -59,8 +60,10 @@ int CFile::Open(const char* szPath, UINT nOpenFlags)
 {
     Close();
     m_bFailed = false;
-    const bool bWrite = (nOpenFlags & modeWrite) != 0;
-    m_pFile = szPath != nullptr ? OpenStream(szPath, bWrite) : nullptr;
+    const char* const szMode = (nOpenFlags & modeWrite) == 0    ? "rb"
+                               : (nOpenFlags & modeCreate) != 0 ? "wb"
+                                                                : "r+b";
+    m_pFile = szPath != nullptr ? OpenStream(szPath, szMode) : nullptr;
     return m_pFile != nullptr ? 1 : 0;
 }
 
@@ -119,6 +122,10 @@ UINT CMemFile::Read(void* pBuffer, UINT nCount)
 void CMemFile::Write(const void* pBuffer, UINT nCount)
 {
     if (nCount == 0) {
+        return;
+    }
+    if (nCount > static_cast<UINT>(std::numeric_limits<int>::max() - m_nPosition)) {
+        CFile::Write(pBuffer, nCount);   // more than an array holds: fails, as on a full disk
         return;
     }
     const int nEnd = m_nPosition + static_cast<int>(nCount);

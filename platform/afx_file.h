@@ -20,7 +20,7 @@ class QSV_API CFile
 public:
     enum OpenFlags : UINT {
         modeRead = 0x0000,    ///< an existing file, for reading
-        modeWrite = 0x0001,   ///< for writing
+        modeWrite = 0x0001,   ///< for writing; without modeCreate over the bytes of an existing file
         modeCreate = 0x1000   ///< with modeWrite: a new file; an existing one is emptied
     };
 

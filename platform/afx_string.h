@@ -36,7 +36,8 @@ public:
     /// Byte at position nIndex; 0 outside 0 .. GetLength()-1.
     char GetAt(int nIndex) const;
 
-    /// Below, equal to or above 0 as this text sorts before, with or after psz, byte by byte.
+    /// Below, equal to or above 0 as this text sorts before, with or after psz, byte by byte up to the first
+    /// zero byte. The operators compare the same way.
     int Compare(const char* psz) const;
     /// The first nCount bytes; all of them when the text is shorter.
     CString Left(int nCount) const;

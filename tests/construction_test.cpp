@@ -160,6 +160,22 @@ TEST(NoPointIsLost, AndTheHullCornerThatTheScanDropsComesBack)
     EXPECT_NEAR(RingArea(tin, tin.m_aBoundary), 576.0, 1e-9);
 }
 
+// A half disc whose arc turns by less than the tolerance from point to point: corners in line are taken out
+// one by one, against those that remain, so that the arc does not vanish as a whole.
+TEST(NoPointIsLost, AndTheHullKeepsItsArcs)
+{
+    Sites aSite = {{-1, 0, 0}, {1, 0, 0}, {0, -0.5, 0}, {0, 0.5, 0}};
+    for (int i = 1; i < 1000; ++i) {
+        const double dAngle = 3.141592653589793 * i / 1000.0;
+        aSite.push_back({std::cos(dAngle), std::sin(dAngle), 0.0});
+    }
+    CTin tin = Fed(aSite);
+    tin.SetEPS(0.001);
+    ASSERT_EQ(tin.CreateTin(0.0), 1);
+    EXPECT_TRUE(HasPlacedEveryVertex(tin));
+    EXPECT_NEAR(RingArea(tin, tin.m_aBoundary), HullArea(tin), 0.01);
+}
+
 TEST(FindTri, AgreesWithAScanOfAllTriangles)
 {
     CTin tin = Built(RandomSites(400, 6));
@@ -217,7 +233,7 @@ TEST(FindTri, TellsVertexEdgeInsideOutside)
 TEST(FindTri, GivesUpInAMeshThatLeadsRound)
 {
     CTin tin = Built(RandomSites(60, 8));
-    for (int t = 0; t < tin.GetTriSize(); ++t) {   // every edge leads to a neighbour that is not there
+    for (int t = 0; t < tin.GetTriSize(); ++t) {   // every edge leads to some triangle, most of them far away
         for (int k = 0; k < 3; ++k) {
             tin.m_aTri[t].m_nNeighbor[k] = (t * 7 + k) % tin.GetTriSize();
         }

@@ -10,14 +10,11 @@ namespace {
 
 const double kDegree = std::acos(-1.0) / 180.0;
 
-// A square with its centre, and a flat fifth triangle below it on the edge 0-1: base angles 5.7 degrees.
-CTin SquareWithSliver()
+// Two towers of points 10 apart on a common base line, and one point just above the middle of that line: the
+// triangle it makes with the line's ends has one outer edge, with base angles of 5.7 degrees.
+CTin NotchedBase()
 {
-    CTin tin = SquareOnPlane(0, 0, 0);
-    const int nVt = tin.AddPoint(5, -0.5, 0);
-    EXPECT_EQ(tin.CreateTin(0.0), 1);
-    EXPECT_EQ(tin.CheckPtUsed(nVt), 1);
-    return tin;
+    return Built({{0, 0, 0}, {10, 0, 0}, {5, 0.5, 0}, {0, 8, 0}, {10, 8, 0}});
 }
 
 }   // namespace
@@ -76,14 +73,17 @@ TEST(Shape, TakesTheFirstOfEqualOnes)
 
 TEST(Trimming, CutsOuterTrianglesWithThinBaseAngles)
 {
-    CTin tin = SquareWithSliver();
-    const int nBefore = tin.GetTriSize();
+    CTin tin = NotchedBase();
+    ASSERT_EQ(tin.GetTriSize(), 4) << "around the point in the middle";
     EXPECT_EQ(tin.DelTriWithAngle(0.0, 1), 1);
     EXPECT_EQ(tin.DelTriWithAngle(std::numeric_limits<double>::quiet_NaN(), 1), 1);
     EXPECT_EQ(tin.DelTriWithAngle(-1.0, 1), 1);
-    EXPECT_EQ(tin.GetTriSize(), nBefore);
-    EXPECT_EQ(tin.DelTriWithAngle(kDegree, 1), 1);
-    EXPECT_EQ(tin.GetTriSize(), nBefore) << "no angle that small";
+    EXPECT_EQ(tin.DelTriWithAngle(5 * kDegree, 1), 1);
+    EXPECT_EQ(tin.GetTriSize(), 4) << "no angle that small";
+    EXPECT_EQ(tin.DelTriWithAngle(6 * kDegree, 1), 1);
+    ASSERT_EQ(tin.GetTriSize(), 3);
+    EXPECT_TRUE(IsSound(tin));
+    EXPECT_NEAR(MeshArea(tin), 80.0 - 2.5, 1e-12) << "less the triangle on the base line";
 }
 
 // A clustered survey: the hull is spanned by long thin triangles. What stays must have no qualifying

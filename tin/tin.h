@@ -15,7 +15,7 @@
 ///
 /// Triangulation works in plan (x to the right, y up); heights are carried along. Vertices and triangles
 /// are addressed by zero-based index into the arrays below; -1 means none. Triangles of a finished TIN
-/// run counter-clockwise in plan and are linked to their neighbours (see CTriangle for the slots).
+/// run counter-clockwise in plan (but for slivers that are flat within the tolerance) and are linked to their neighbours (see CTriangle for the slots).
 ///
 /// **Typical use.** Feed points and breaklines (AddPoint, AddBreakLine), call CreateTin, then query, edit,
 /// draw or save. The host reads the data members directly; when it writes them, it keeps them consistent.
@@ -153,8 +153,8 @@ public:
     /// Delaunay swapping (Lawson 1977), breaklines as chains of edges, then trimming.
     /// @param dAngle  above 0: thin outer triangles are trimmed by DelTriWithAngle(dAngle, 1)
     /// @return 1: every finite point is a vertex of the mesh or coincides with one; m_aBoundary is the hull,
-    ///         counter-clockwise. 0: fewer than 3 points, or no three that span a surface; the object is
-    ///         emptied
+    ///         counter-clockwise. 0: fewer than 3 points, no three that span a surface, or a coordinate
+    ///         that is not finite and so spoils the hull; the object is emptied
     /// Breaklines are followed as far as the surface allows; see BreakLine in docs/algorithms.
     int CreateTin(double dAngle);
     /// Inserts vertex nVt while a mesh is being built.

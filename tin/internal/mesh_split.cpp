@@ -1,6 +1,5 @@
 #include "tin/internal/mesh_split.h"
 
-#include "tin/internal/mesh.h"
 #include "tin/internal/mesh_links.h"
 #include "tin/internal/slots.h"
 
@@ -88,6 +87,13 @@ NewFan SplitOnEdge(CArray<CTriangle>& aTri, int nVt, int& nTriCount, int nTri, i
     RedirectNeighbor(aTri, other.m_nNeighbor[j2], {w2, w1}, u, t3);
     nTriCount += 2;
     return {{t, t1, u, t3}, 4};
+}
+
+void LegalizeFan(const Mesh& mesh, const NewFan& fan, int nDepth, Turns eTurns)
+{
+    for (int i = 0; i < fan.nSize; ++i) {
+        LegalizeEdge(mesh, fan.aTri[i], 0, nDepth, eTurns);
+    }
 }
 
 }   // namespace qsv

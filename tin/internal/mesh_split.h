@@ -1,8 +1,8 @@
 #ifndef QSV_TIN_INTERNAL_MESH_SPLIT_H
 #define QSV_TIN_INTERNAL_MESH_SPLIT_H
 
-#include "platform/afx_array.h"
-#include "tin/triangle.h"
+#include "tin/internal/edge_swap.h"
+#include "tin/internal/mesh.h"
 
 namespace qsv {
 
@@ -20,6 +20,9 @@ NewFan SplitInside(CArray<CTriangle>& aTri, int nVt, int& nTriCount, int nTri);
 // Splits the triangles on both sides of edge nEdge of triangle nTri (one on the outside) at vertex nVt on
 // that edge. The fan is empty when the other side does not link back: only a damaged mesh gets there.
 NewFan SplitOnEdge(CArray<CTriangle>& aTri, int nVt, int& nTriCount, int nTri, int nEdge);
+
+// Makes the edges opposite slot 0 of a fan's triangles Delaunay, in their order.
+void LegalizeFan(const Mesh& mesh, const NewFan& fan, int nDepth, Turns eTurns = Turns::Rounded);
 
 }   // namespace qsv
 

@@ -16,7 +16,8 @@ double DistanceToEdge(const CXYZ& p, const CXYZ& a, const CXYZ& b)
     const double dx = p.x - a.x, dy = p.y - a.y;
     const double dLength2 = ex * ex + ey * ey;
     const double t = dLength2 > 0.0 ? std::clamp((dx * ex + dy * ey) / dLength2, 0.0, 1.0) : 0.0;
-    return std::hypot(dx - t * ex, dy - t * ey);
+    const double fx = dx - t * ex, fy = dy - t * ey;
+    return std::sqrt(fx * fx + fy * fy);   // hypot is not the same on every system
 }
 
 }   // namespace

@@ -74,8 +74,8 @@ void RaiseAlong(const Mesh& mesh, int& nTriCount, int n, bool bForward, double d
         const CXYZ& to = CornerAt(mesh, next.nTri, NextSlot(next.nEdge));
         const CXYZ& p = VertexAt(mesh.aVertex, nVt);
         const double dBeyond = -DoubledArea(from, to, p);
-        if (!(dBeyond > dTolerance * std::hypot(to.x - from.x, to.y - from.y)) ||
-            ExactTurn(from, to, p) >= 0) {
+        const double dx = to.x - from.x, dy = to.y - from.y;
+        if (!(dBeyond > dTolerance * std::sqrt(dx * dx + dy * dy)) || ExactTurn(from, to, p) >= 0) {
             return;   // hidden, or so nearly in line that only a flat sliver would be raised
         }
         const int nRaised = RaiseTriangle(mesh.aTri, nTriCount, nVt, next);

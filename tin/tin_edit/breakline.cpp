@@ -1,3 +1,4 @@
+#include <climits>
 #include <cstdint>
 
 #include "tin/internal/limits.h"
@@ -58,8 +59,10 @@ int CTin::BreakLine()
     }
     m_nWalkDir = 1;
     int nTriCount = m_aTri.GetSize(), nVtCount = m_aVertex.GetSize();
-    m_aTri.SetSize(kBreakLineTriangleFactor * nTriCount, -1);
-    m_aVertex.SetSize(nVtCount + nTriCount, -1);
+    if (nTriCount < INT_MAX / kBreakLineTriangleFactor && nVtCount < INT_MAX - nTriCount) {
+        m_aTri.SetSize(kBreakLineTriangleFactor * nTriCount, -1);
+        m_aVertex.SetSize(nVtCount + nTriCount, -1);
+    }
     for (int i = 0; i < m_aBreakLine.GetSize(); ++i) {
         BreakLine1(m_aBreakLine[i], nTriCount, nVtCount);
     }

@@ -17,15 +17,19 @@ void Deselect(CArray<CTriangle>& aTri)
     }
 }
 
-// The smaller of the plan angles at both ends of the edge that lies across neighbour slot k exceeds dAngle.
-// An angle that is not a number exceeds nothing.
-bool HasWideBase(CTin& tin, int nTri, int k, double dAngle)
-{
+// The plan angles at both ends of the edge that lies across neighbour slot k.
+struct BaseAngles {
     double dStart = 0.0, dEnd = 0.0;
-    tin.GetAngleXY(nTri, PrevSlot(k), dStart);
-    tin.GetAngleXY(nTri, k, dEnd);
-    return dStart > dAngle && dEnd > dAngle;
-}
+
+    BaseAngles(CTin& tin, int nTri, int k)
+    {
+        tin.GetAngleXY(nTri, PrevSlot(k), dStart);
+        tin.GetAngleXY(nTri, k, dEnd);
+    }
+    // Two tests, not one and its opposite: an angle that is not a number passes neither.
+    bool BothExceed(double dAngle) const { return dStart > dAngle && dEnd > dAngle; }
+    bool OneIsAtMost(double dAngle) const { return dStart <= dAngle || dEnd <= dAngle; }
+};
 
 // Takes outer triangles away one after the other, always the lowest in index order that qualifies, as if
 // each were deleted on the spot and the search began anew. Records keep their places until the end, so an
@@ -110,7 +114,7 @@ private:
             return false;
         }
         for (int k = 0; k < 3; ++k) {
-            if (IsOuter(nTri, k) && !HasWideBase(m_tin, nTri, k, m_dAngle)) {
+            if (IsOuter(nTri, k) && !BaseAngles(m_tin, nTri, k).BothExceed(m_dAngle)) {
                 return true;
             }
         }
@@ -170,10 +174,7 @@ int CTin::SelectTriWithAngle(double dAngle)
     for (int t = 0; t < m_aTri.GetSize(); ++t) {
         for (int k = 0; k < 3 && m_aTri[t].m_bSelect == 0; ++k) {
             if (NeighborAt(m_aTri, t, k) < 0) {
-                double dStart = 0.0, dEnd = 0.0;
-                GetAngleXY(t, PrevSlot(k), dStart);
-                GetAngleXY(t, k, dEnd);
-                m_aTri[t].m_bSelect = dStart <= dAngle || dEnd <= dAngle ? 1 : 0;
+                m_aTri[t].m_bSelect = BaseAngles(*this, t, k).OneIsAtMost(dAngle) ? 1 : 0;
             }
         }
         nSelected += m_aTri[t].m_bSelect;

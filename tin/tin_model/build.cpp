@@ -1,3 +1,5 @@
+#include <climits>
+
 #include "tin/internal/limits.h"
 #include "tin/tin.h"
 #include "tin/tin_model/careful_build.h"
@@ -24,10 +26,10 @@ int CTin::CreateTin(double dAngle)
 // surveys have none; where a vertex was missed for such a reason, the mesh is made again with care.
 int CTin::Triangulation()
 {
-    if (m_aTri.IsEmpty()) {
+    const int nVertices = m_aVertex.GetSize();
+    if (m_aTri.IsEmpty() || nVertices > INT_MAX / qsv::kTrianglesPerVertex) {
         return 0;
     }
-    const int nVertices = m_aVertex.GetSize();
     CArray<char> aOnHull;
     aOnHull.SetSize(nVertices, -1);
     for (int i = 0; i < m_aBoundary.GetSize(); ++i) {

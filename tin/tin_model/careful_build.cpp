@@ -10,6 +10,7 @@
 #include "tin/internal/outline_join.h"
 #include "tin/internal/plan.h"
 #include "tin/internal/plan_index.h"
+#include "tin/internal/recent_triangles.h"
 #include "tin/internal/slots.h"
 #include "tin/tin.h"
 
@@ -36,7 +37,8 @@ public:
     explicit CarefulBuilder(CTin& tin)
         : m_tin(tin), m_aCorner(tin.m_aBoundary),
           m_dTolerance(PlaceTolerance(tin)), m_mesh{tin.m_aVertex, tin.m_aTri, tin.m_dEPS, tin.m_dEPS2},
-          m_used(tin.m_aVertex, m_dTolerance), m_search(m_mesh, m_nTriCount)
+          m_used(tin.m_aVertex, m_dTolerance), m_search(m_mesh, m_nTriCount),
+          m_recent(tin.m_MinXYZ, tin.m_MaxXYZ, 0)
     {
     }
 
@@ -92,7 +94,7 @@ private:
     void InsertIntoMesh(int nVt, const CXYZ& p)
     {
         const double dRounding = 1e-15 * (std::fabs(p.x) + std::fabs(p.y));
-        const NearestTriangle::Place place = m_search.Find(p, m_nLastTri, m_dTolerance + dRounding);
+        const NearestTriangle::Place place = m_search.Find(p, m_recent.Near(p), m_dTolerance + dRounding);
         if (place.nTri < 0) {
             return;
         }
@@ -104,14 +106,12 @@ private:
                 LegalizeEdge(m_mesh, t, 0, 0, Turns::Exact);
             }
         } else {
-            const NewFan fan = place.nEdge >= 0
-                                   ? SplitOnEdge(m_mesh.aTri, nVt, m_nTriCount, place.nTri, place.nEdge)
-                                   : SplitInside(m_mesh.aTri, nVt, m_nTriCount, place.nTri);
-            for (int i = 0; i < fan.nSize; ++i) {
-                LegalizeEdge(m_mesh, fan.aTri[i], 0, 0, Turns::Exact);
-            }
+            LegalizeFan(m_mesh,
+                        place.nEdge >= 0 ? SplitOnEdge(m_mesh.aTri, nVt, m_nTriCount, place.nTri, place.nEdge)
+                                         : SplitInside(m_mesh.aTri, nVt, m_nTriCount, place.nTri),
+                        0, Turns::Exact);
         }
-        m_nLastTri = m_nTriCount - 1;
+        m_recent.Remember(p, m_nTriCount - 1);   // all new triangles use the vertex
     }
 
     CTin& m_tin;
@@ -119,10 +119,10 @@ private:
     const double m_dTolerance;
     const Mesh m_mesh;
     int m_nTriCount = 0;
-    int m_nLastTri = 0;
     CArray<int> m_aFirst;   // vertices in line, until there is a triangle
     PlanIndex m_used;
     NearestTriangle m_search;
+    RecentTriangles m_recent;
 };
 
 // The vertices along the outer edges, counter-clockwise, from the first outer edge in triangle order.
@@ -153,16 +153,33 @@ CArray<int> OutlineRing(const CTin& tin)
     return aRing;
 }
 
-// Drops from the ring what is no corner: points in line with their neighbours within the tolerance.
+// The position in the ring of its lowest x, and of those the lowest y: a corner for certain.
+int ExtremeOf(const CTin& tin, const CArray<int>& aRing)
+{
+    int nExtreme = 0;
+    for (int i = 1; i < aRing.GetSize(); ++i) {
+        const CXYZ &p = tin.m_aVertex[aRing[i]], &q = tin.m_aVertex[aRing[nExtreme]];
+        nExtreme = p.x < q.x || (p.x == q.x && p.y < q.y) ? i : nExtreme;
+    }
+    return nExtreme;
+}
+
+// Takes out of the ring, one by one, what is no corner: points in line, within the tolerance, with the
+// corners that are left beside them.
 CArray<int> CornersOf(const CTin& tin, const CArray<int>& aRing)
 {
-    const int n = aRing.GetSize();
+    const CArray<CXYZ>& aVertex = tin.m_aVertex;
+    const int n = aRing.GetSize(), nStart = ExtremeOf(tin, aRing);
     CArray<int> aCorner;
-    for (int i = 0; i < n; ++i) {
-        const CXYZ& before = tin.m_aVertex[aRing[(i + n - 1) % n]];
-        const CXYZ& after = tin.m_aVertex[aRing[(i + 1) % n]];
-        if (DoubledArea(before, tin.m_aVertex[aRing[i]], after) > tin.m_dEPS2) {
-            aCorner.Add(aRing[i]);
+    for (int i = 0; i <= n; ++i) {   // and back to the start
+        const int nVt = aRing[(nStart + i) % n];
+        int nLast = aCorner.GetUpperBound();
+        while (nLast >= 1 && DoubledArea(aVertex[aCorner[nLast - 1]], aVertex[aCorner[nLast]],
+                                         aVertex[nVt]) <= tin.m_dEPS2) {
+            aCorner.SetSize(nLast--, -1);
+        }
+        if (i < n) {
+            aCorner.Add(nVt);
         }
     }
     return aCorner.GetSize() >= 3 ? aCorner : aRing;

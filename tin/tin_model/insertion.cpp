@@ -64,7 +64,8 @@ void Inserter::Insert(int nVt)
 // an edge, and in a mesh with thin triangles, which can stop a walk early, or whose outline is not convex.
 Location Inserter::Locate(const CXYZ& p) const
 {
-    if (m_nThin == 0 && !m_bOutlineBent && !m_recent.AreClose(p, m_last)) {
+    const bool bSmallTolerance = m_mesh.dEPS2 <= m_mesh.dEPS * m_mesh.dEPS;   // as SetEPS sets them
+    if (m_nThin == 0 && !m_bOutlineBent && bSmallTolerance && !m_recent.AreClose(p, m_last)) {
         const Location near = WalkToPoint(m_mesh, m_recent.Near(p), p.x, p.y);
         if (near.nState == kInside && IsDeepInside(near.nTri, p)) {
             return near;

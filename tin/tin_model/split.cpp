@@ -23,7 +23,7 @@ int CTin::DivideTri(int nVt, int& nTriCount, int& nLastTri)
     }
     int nState = 0, nSide = 0;
     const int nTri = FindTri(nLastTri, nVt, nState, nSide);
-    if (nTri < 0 || nState == kOnVertex) {
+    if (nTri < 0 || nTri >= nTriCount || nState == kOnVertex) {
         return 0;
     }
     nLastTri = nTri;
@@ -38,19 +38,15 @@ int CTin::DivideTri(int nVt, int& nTriCount, int& nLastTri)
 void CTin::DivideTriInside(int nVt, int& nTriCount, int nTri)
 {
     if (CanSplit(m_aVertex, m_aTri, nVt, nTriCount, nTri)) {
-        const NewFan fan = SplitInside(m_aTri, nVt, nTriCount, nTri);
-        for (int i = 0; i < fan.nSize; ++i) {
-            Optimization(fan.aTri[i], 0);
-        }
+        LegalizeFan({m_aVertex, m_aTri, m_dEPS, m_dEPS2}, SplitInside(m_aTri, nVt, nTriCount, nTri),
+                    m_nOptimDepth);
     }
 }
 
 void CTin::DivideTriOnSide(int nVt, int& nTriCount, int nTri, int nSide)
 {
     if (CanSplit(m_aVertex, m_aTri, nVt, nTriCount, nTri) && IsSlot(nSide)) {
-        const NewFan fan = SplitOnEdge(m_aTri, nVt, nTriCount, nTri, nSide);
-        for (int i = 0; i < fan.nSize; ++i) {
-            Optimization(fan.aTri[i], 0);
-        }
+        LegalizeFan({m_aVertex, m_aTri, m_dEPS, m_dEPS2}, SplitOnEdge(m_aTri, nVt, nTriCount, nTri, nSide),
+                    m_nOptimDepth);
     }
 }

@@ -42,12 +42,8 @@ int CTin::DelTri(int nTri)
 
 int CTin::CheckTurn(CXYZ& p1, CXYZ& p2, CXYZ& p3)
 {
-    switch (SideOf(DoubledArea(p1, p2, p3), m_dEPS2)) {
-    case Side::Right: return 1;
-    case Side::Left: return -1;
-    case Side::On: break;
-    }
-    return 0;
+    const double dArea = DoubledArea(p1, p2, p3);
+    return dArea < -m_dEPS2 ? 1 : dArea > m_dEPS2 ? -1 : 0;
 }
 
 int CTin::CheckTurn(int nTri)
