@@ -8,7 +8,7 @@ constexpr double kPi = 3.14159265358979323846;
 
 double ToDegrees(double dRadians)
 {
-    return dRadians * 180.0 / kPi;   // in this order a quarter of a turn gives exactly 90
+    return dRadians * 180.0 / kPi;
 }
 
 }   // namespace

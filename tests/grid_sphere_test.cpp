@@ -248,12 +248,16 @@ TEST(GridSphere, LinesLieAtMultiplesOfTheSteps)
     const CGrid3DSphere one = Sphere(10.0, 360.0, 30.0);
     EXPECT_EQ(AnglesOf(one, GRID_LINE_H), (Angles{0}));
     EXPECT_EQ(AnglesOf(one, GRID_LINE_V), (Angles{300, 330, 0, 30, 60}));
-    // Steps that fit but for rounding: no second line at north, none at the pole.
+    // Steps that fit but for rounding, to either side: no second line at north, none at the pole.
     for (const int n : {3, 7, 11, 49, 360, 3600}) {
-        EXPECT_EQ(AnglesOf(Sphere(10.0, 360.0 / n, 90.0, 1.0), GRID_LINE_H).size(),
-                  static_cast<std::size_t>(n));
-        EXPECT_EQ(AnglesOf(Sphere(10.0, 360.0, 90.0 / n, 1.0), GRID_LINE_V).size(),
-                  static_cast<std::size_t>(2 * n - 1));
+        const double dH = 360.0 / n, dV = 90.0 / n;
+        for (const double dTowards : {0.0, 100.0}) {
+            const double dStepH = std::nextafter(dH, dTowards), dStepV = std::nextafter(dV, dTowards);
+            EXPECT_EQ(AnglesOf(Sphere(10.0, dStepH, 90.0, 1.0), GRID_LINE_H).size(),
+                      static_cast<std::size_t>(n));
+            EXPECT_EQ(AnglesOf(Sphere(10.0, 360.0, dStepV, 1.0), GRID_LINE_V).size(),
+                      static_cast<std::size_t>(2 * n - 1));
+        }
     }
 }
 
@@ -470,14 +474,23 @@ TEST(GridSphere, LabelsLieOnTheirLinesAwayFromCrossings)
     EXPECT_EQ(aCount, (std::vector<int>{1, 1, 1, 1, 3, 3, 3, 3, 3}));
     EXPECT_EQ(nPoles, 2);
 
-    const CGrid3DSphere lastGap = Sphere(10.0, 260.0, 90.0);   // 0 .. 260 and the narrow 260 .. 360
-    std::vector<double> aH;
-    for (int i = 0; i < lastGap.m_aLabel.GetSize(); ++i) {
-        if (lastGap.m_aLabel[i].m_nLine == 2) {
-            aH.push_back(lastGap.m_aLabel[i].m_dH);
+    // Gaps 0 .. 260 and the narrow 260 .. 360; and gaps of 30, but for rounding.
+    const struct {
+        double dStepH;
+        std::vector<double> aH;
+    } aCase[] = {{260.0, {130, 310}}, {std::nextafter(30.0, 100.0), {15, 105, 195, 285}}};
+    for (const auto& c : aCase) {
+        const CGrid3DSphere ruled = Sphere(10.0, c.dStepH, 90.0);
+        const int nHorizon = ruled.m_aLine.GetSize() - 1;
+        std::size_t nSeen = 0;
+        for (int i = 0; i < ruled.m_aLabel.GetSize(); ++i) {
+            if (ruled.m_aLabel[i].m_nLine == nHorizon) {
+                ASSERT_LT(nSeen, c.aH.size());
+                EXPECT_NEAR(ruled.m_aLabel[i].m_dH, c.aH[nSeen++], 1e-9);
+            }
         }
+        EXPECT_EQ(nSeen, c.aH.size());
     }
-    EXPECT_EQ(aH, (std::vector<double>{130.0, 310.0}));
 }
 
 TEST(GridSphere, TextsAreAlignedToTheirPlaces)
@@ -605,9 +618,12 @@ TEST(GridSphere, BadInputGivesAnEmptySphereAtOnce)
         EXPECT_TRUE(IsEmpty(sphere));
         EXPECT_EQ(sphere.GetZenithMode(), NADIR_0_FULL) << "kept";
     }
-    // The finest there is: just under a million points.
-    const CGrid3DSphere fine = Sphere(10.0, 0.01, 90.0, 0.1);
+    // 36,000 lines of 27 points are just under a million, of 29 just over.
+    CGrid3DSphere fine;
+    EXPECT_EQ(fine.Create3DGridSphere(kStation, 10.0, 0.01, 90.0, eGood, 0.02), 1);
     EXPECT_EQ(fine.m_aLine.GetSize(), 36001);
+    EXPECT_EQ(fine.m_aLine[0].m_line.GetVertexSize(), 27);
+    EXPECT_EQ(fine.Create3DGridSphere(kStation, 10.0, 0.01, 90.0, eGood, 0.018), 0);
 }
 
 TEST(GridSphere, WithoutASphereThereAreNoLines)

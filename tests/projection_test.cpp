@@ -220,7 +220,9 @@ TEST(Projection, ChangesWaitForBeginTrans)
 
     view.Scale(0.0, 1.0, 1.0);
     EXPECT_EQ(view.BeginTrans(0), 1);
-    EXPECT_EQ(view.BeginTrans(1), 0) << "all x become one";
+    for (const int nNotZero : {1, -5}) {
+        EXPECT_EQ(view.BeginTrans(nNotZero), 0) << "all x become one";
+    }
     EXPECT_EQ(Held(view.m_InvMatrix), inverse);
     EXPECT_EQ(ImageOf(view, 100.0, 0.0, -4.0).x, 0.0) << "where x is 0";
 }
@@ -339,12 +341,12 @@ TEST(Projection, RoundsInTheOrderThatItDocuments)
     view.ApplyMatrix(2, cross.data(), w.data());
     EXPECT_EQ(w[0], 0.0) << "a fused product leaves the rounding of the other";
 
-    const Matrix ones = {1.0, 0.0, 1.0, 0.0};
-    Matrix product(4, 99.0);
-    const Matrix crossed = {q, p, 0.0, -0.0};
-    view.MatrixMul2(2, crossed.data(), ones.data(), product.data());
-    EXPECT_EQ(product, (Matrix{q + p, 0.0, 0.0, 0.0}));
-    EXPECT_FALSE(std::signbit(product[2])) << "sums start at +0";
+    Matrix ones(16, 1.0), product(16, 99.0);
+    view.MatrixMul2(4, aligned.data(), ones.data(), product.data());
+    EXPECT_EQ(product, (Matrix{1, 1, 1, 1, 2, 2, 2, 2, 1, 1, 1, 1, 1, 1, 1, 1}));
+    const Matrix negative(16, -0.0);
+    view.MatrixMul2(4, negative.data(), ones.data(), product.data());
+    EXPECT_FALSE(std::signbit(product[0])) << "sums start at +0";
 }
 
 TEST(MatrixProduct, MultipliesRowsByColumnsAtAnySize)
