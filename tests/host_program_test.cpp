@@ -1,42 +1,20 @@
 // The program as its users meet it: a process with arguments, files, two streams and an exit status.
 
-#include "tests/support/scratch_folder.h"
+#include "tests/support/program.h"
 
-#include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
-
-#include <sys/wait.h>
-
-#include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 
 namespace {
 
 namespace fs = std::filesystem;
 
-struct Result {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
-
-class Program : public ScratchFolder
+class Program : public ProgramTest
 {
 protected:
     Program()
     {
         Put("hill.txt", "0 0 1\n10 0 1\n10 10 1\n0 10 1\n5 5 9\n");
         Put("wall.txt", "# wall\n1 1 4\n9 1 4\n");
-    }
-
-    // Runs it in the folder, through a shell.
-    Result Run(const std::string& arguments, const std::string& output = "stdout.log") const
-    {
-        const std::string command = "cd '" + m_folder.string() + "' && '" QSVTIN_PROGRAM "' " + arguments +
-                                    " >" + output + " 2>stderr.log";
-        const int ended = std::system(command.c_str());
-        return {WIFEXITED(ended) ? WEXITSTATUS(ended) : -1, Get("stdout.log"), Get("stderr.log")};
     }
 };
 
@@ -90,12 +68,8 @@ TEST_F(Program, RefusesNonsenseInOneLineAndLeavesFilesAlone)
     };
     for (const auto& c : aCase) {
         SCOPED_TRACE(c.arguments);
-        const Result result = Run(c.arguments);
-        EXPECT_EQ(result.status, c.status);
-        EXPECT_EQ(result.out, "");
-        EXPECT_EQ(result.err.rfind("qsvtin: ", 0), 0u) << result.err;
-        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
-        EXPECT_NE(result.err.find(c.message), std::string::npos) << result.err;
+        ExpectRefusal(c.arguments, c.status, c.message);
+        EXPECT_EQ(Get("stdout.log"), "");
         EXPECT_EQ(Get("kept.obj"), "kept");
     }
     // What was put there, and the two logs: nothing half-written stays behind.

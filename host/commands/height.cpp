@@ -83,12 +83,28 @@ private:
     Surface m_surface;
 };
 
+// The next line, or as much of it as a place could take up: a device may never end its line.
+bool NextLine(std::streambuf& input, std::string& line)
+{
+    constexpr std::size_t kLongest = 1 << 16;
+    using Traits = std::streambuf::traits_type;
+    line.clear();
+    Traits::int_type next = input.sbumpc();
+    if (Traits::eq_int_type(next, Traits::eof())) return false;
+    while (!Traits::eq_int_type(next, Traits::eof()) && next != '\n' && line.size() < kLongest) {
+        line += Traits::to_char_type(next);
+        next = input.sbumpc();
+    }
+    return true;
+}
+
 // One answer a line, at once when no more lines are waiting: another program may ask and wait in turn.
 void AnswerStream(Answers& answers)
 {
     std::ios::sync_with_stdio(false);
+    std::streambuf& input = *std::cin.rdbuf();
     std::string pending, line;
-    for (int number = 1; std::getline(std::cin, line); ++number) {
+    for (int number = 1; NextLine(input, line); ++number) {
         const std::string_view text = Trimmed(line);
         Position at;
         if (text.empty() || text.front() == '#') {
@@ -100,7 +116,7 @@ void AnswerStream(Answers& answers)
             throw Failure("standard input:" + std::to_string(number) + ": " + Quoted(text) +
                           " is no place; give x y");
         }
-        if (pending.size() > (1 << 16) || std::cin.rdbuf()->in_avail() <= 0) {
+        if (pending.size() > (1 << 16) || input.in_avail() <= 0) {
             Print(pending);
             pending.clear();
         }
