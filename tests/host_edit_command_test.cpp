@@ -182,7 +182,10 @@ TEST_F(Edit, PolygonsAreFilledWhicheverWayTheyRun)
         {"# pond\n0 0 1\n4 0 1\n4 0 1\n4 4 1\n2 1 1\n0 4 1\n", 10.0},            // notched, a point twice
         {"21530000 6783000 1\n21530004 6783000 1\n21530000 6783004 5\n", 8.0},   // far away
         // Corners stand inside the shortest ears.
-        {"0 0 0\n10 0 0\n10 10 0\n5 1.5 0\n5.1 9 0\n4.9 9 0\n4.8 1 0\n0 10 0\n", 56.925},
+        {"157 105 0\n128 195 0\n110 162 0\n99 110 0\n94 147 0\n96 113 0\n43 152 0\n36 100 0\n48 82 0\n47 81 "
+         "0\n77 90 "
+         "0\n91 56 0\n126 90 0\n117 99 0\n",
+         6964.0},
     };
     for (const auto& c : aCase) {
         SCOPED_TRACE(c.ring);

@@ -70,8 +70,9 @@ TEST_F(TinFile, HoldsWhatWasBuiltInSurveyCoordinatesInAllForms)
 // The area of a plan at 21 million east is lost when it is computed there.
 TEST_F(TinFile, TellsCountsRangesAndAreasWhereverTheSurveyLies)
 {
-    Put("far.txt", "21530000.3 6783000.7 1\n21530010.3 6783000.7 1\n21530010.3 6783010.7 1\n"
-                   "21530000.3 6783010.7 1\n21530005.3 6783005.7 9\n");
+    // A rectangle of 10.37 by 7.91 with a point inside, level.
+    Put("far.txt", "21530000.137 6783000.731 1\n21530010.507 6783000.731 1\n21530010.507 6783008.641 1\n"
+                   "21530000.137 6783008.641 1\n21530005.3 6783004.7 1\n");
     ASSERT_EQ(Run("build far.txt -o far.tin --name hill").status, 0);
     const auto report = Report("info far.tin");
     EXPECT_EQ(report["form"], 2);
@@ -81,16 +82,15 @@ TEST_F(TinFile, TellsCountsRangesAndAreasWhereverTheSurveyLies)
     EXPECT_EQ(tin["triangles"], 4);
     EXPECT_EQ(tin["pieces"], 1);
     EXPECT_EQ(tin["outline_edges"], 4);
-    EXPECT_NEAR(tin["outline_length"].get<double>(), 40.0, 1e-7);
+    EXPECT_NEAR(tin["outline_length"].get<double>(), 36.56, 1e-7);
     EXPECT_EQ(tin["boundary_entries"], 8);
-    EXPECT_EQ(tin["range"]["x"], nlohmann::json({21530000.3, 21530010.3}));
-    EXPECT_EQ(tin["range"]["z"], nlohmann::json({1.0, 9.0}));
+    EXPECT_EQ(tin["range"]["x"], nlohmann::json({21530000.137, 21530010.507}));
+    EXPECT_EQ(tin["range"]["z"], nlohmann::json({1.0, 1.0}));
     EXPECT_EQ(tin["sound"], true);
     const auto area = Report("area far.tin");
-    EXPECT_NEAR(area["plan_area"].get<double>(), 100.0, 1e-6);
-    EXPECT_NEAR(area["surface_area"].get<double>(), 20.0 * std::sqrt(89.0),
-                1e-6);   // four faces of 10 x sqrt(89) / 2
-    EXPECT_EQ(Run("area far.tin").out, "plan area           100.000\nsurface area        188.680\n");
+    EXPECT_NEAR(area["plan_area"].get<double>(), 10.37 * 7.91, 1e-6);
+    EXPECT_NEAR(area["surface_area"].get<double>(), 10.37 * 7.91, 1e-6);
+    EXPECT_EQ(Run("area far.tin").out, "plan area           82.027\nsurface area        82.027\n");
 }
 
 TEST_F(TinFile, ConvertsBetweenFormsWithoutLosingABit)
