@@ -1,6 +1,7 @@
 #ifndef QSV_3DPROCESS_H
 #define QSV_3DPROCESS_H
 
+/// @file
 /// Everything the library offers.
 
 #include "base/calc_xyzhv.h"

@@ -20,9 +20,9 @@
 class QSV_API CCalcXYZHV
 {
 public:
-    CCalcXYZHV() = default;
-    CCalcXYZHV(const CCalcXYZHV& src);
-    CCalcXYZHV& operator=(const CCalcXYZHV& src);
+    CCalcXYZHV() = default;                         ///< holds nothing
+    CCalcXYZHV(const CCalcXYZHV& src);              ///< copies nothing
+    CCalcXYZHV& operator=(const CCalcXYZHV& src);   ///< changes nothing
     virtual ~CCalcXYZHV();
 
     /// The same direction as an angle of at least 0 and below 360; not a number when dAngle is not finite.

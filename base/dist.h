@@ -23,11 +23,13 @@ enum NUMBER_FORMAT : int {
 class QSV_API CDist
 {
 public:
+    /// A number of units.
     CDist(double dValue = 0.0, DIST_UNIT eUnit = DIST_METRE);
-    CDist(const CDist&) = default;
-    CDist& operator=(const CDist&) = default;
+    CDist(const CDist&) = default;              ///< a copy, unit included
+    CDist& operator=(const CDist&) = default;   ///< a copy, unit included
     ~CDist();
 
+    /// The distance's own unit.
     DIST_UNIT GetUnit() const;
     /// The number in the distance's own unit, as given.
     double GetValue() const;

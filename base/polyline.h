@@ -10,14 +10,14 @@ class QSV_API CVertex
 public:
     /// @param nCode  survey code of the vertex; 32 marks a plain one. The library never reads it.
     CVertex(int nCode = 32);
-    CVertex(const CVertex&) = default;
-    CVertex& operator=(const CVertex&) = default;
+    CVertex(const CVertex&) = default;              ///< a copy, code included
+    CVertex& operator=(const CVertex&) = default;   ///< a copy, code included
     ~CVertex() = default;
 
-    double x = 0.0;
-    double y = 0.0;
-    double z = 0.0;
-    int m_nCode;   ///< as given to the constructor
+    double x = 0.0;   ///< east, or to the right
+    double y = 0.0;   ///< north, or up in plan
+    double z = 0.0;   ///< height
+    int m_nCode;      ///< as given to the constructor
 };
 
 /// Ordered list of vertices, open or closed. A closed polyline joins its last vertex to its first,
@@ -28,14 +28,15 @@ public:
     /// @param nGrowBy  vertices reserved at a time
     /// @param nCode    survey code of the line; 0 marks a plain one. The library never reads it.
     CPolyline(int nGrowBy = 8, int nCode = 0);
-    CPolyline(const CPolyline& src);
-    CPolyline& operator=(const CPolyline& src);
+    CPolyline(const CPolyline& src);              ///< a copy of vertices, code and closing
+    CPolyline& operator=(const CPolyline& src);   ///< a copy of vertices, code and closing
     ~CPolyline();
 
+    /// Number of vertices.
     int GetVertexSize() const;
     /// The i-th vertex, valid until the polyline changes; null when i is out of range.
     CVertex* GetVertex(unsigned i);
-    const CVertex* GetVertex(unsigned i) const;
+    const CVertex* GetVertex(unsigned i) const;   ///< the same, to read only
     /// Appends a copy. @return index of the new vertex
     int AddVertex(CVertex& vertex);
     /// Removes every vertex; the polyline stays open or closed as it was.

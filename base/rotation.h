@@ -8,7 +8,7 @@
 class QSV_API CWPK
 {
 public:
-    CWPK() = default;
+    CWPK() = default;   ///< no rotation
 
     double w = 0.0;   ///< about the y axis, z towards x
     double p = 0.0;   ///< about the z axis, x towards y
@@ -28,8 +28,8 @@ class QSV_API CRot
 public:
     /// The identity.
     CRot();
-    CRot(const CRot&) = default;
-    CRot& operator=(const CRot&) = default;
+    CRot(const CRot&) = default;              ///< a copy
+    CRot& operator=(const CRot&) = default;   ///< a copy
     ~CRot() = default;
 
     /// Sets the identity.

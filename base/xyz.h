@@ -12,20 +12,21 @@ class QSV_API CXYZ
 public:
     /// The zero vector.
     CXYZ() = default;
+    /// The given coordinates, without texture coordinates or mark.
     CXYZ(double dX, double dY, double dZ) : x(dX), y(dY), z(dZ) {}
-    CXYZ(const CXYZ&) = default;
-    CXYZ& operator=(const CXYZ&) = default;
+    CXYZ(const CXYZ&) = default;              ///< a copy of the whole record
+    CXYZ& operator=(const CXYZ&) = default;   ///< a copy of the whole record
     ~CXYZ() = default;
 
     /// Sets the coordinates; texture coordinates and mark stay.
     void SetXYZ(double dX, double dY, double dZ);
 
-    /// Sum and difference of the coordinates; the result has no texture coordinates and no mark.
+    /// Sum of the coordinates; the result has no texture coordinates and no mark.
     CXYZ operator+(const CXYZ& other) const;
+    /// Difference of the coordinates; the result has no texture coordinates and no mark.
     CXYZ operator-(const CXYZ& other) const;
-    /// The same in place; texture coordinates and mark stay.
-    CXYZ& operator+=(const CXYZ& other);
-    CXYZ& operator-=(const CXYZ& other);
+    CXYZ& operator+=(const CXYZ& other);   ///< sum in place; texture coordinates and mark stay
+    CXYZ& operator-=(const CXYZ& other);   ///< difference in place; texture coordinates and mark stay
     /// Divides each coordinate by d (three divisions, so that each is rounded once).
     CXYZ& operator/=(double d);
 

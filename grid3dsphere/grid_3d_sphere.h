@@ -20,12 +20,12 @@
 ///     NADIR_0_FULL           180       90      0   190
 ///     NADIR_0_SIGNED         180       90      0  -170
 enum ZENITH_MODE : int {
-    ZENITH_0_FULL = 0,
-    ZENITH_0_SIGNED,
-    HORIZON_0_FULL,
-    HORIZON_0_SIGNED,
-    NADIR_0_FULL,
-    NADIR_0_SIGNED
+    ZENITH_0_FULL = 0,   ///< 0 at the zenith, up to below 360
+    ZENITH_0_SIGNED,     ///< 0 at the zenith, above -180 up to 180
+    HORIZON_0_FULL,      ///< 0 at the horizon, up to below 360
+    HORIZON_0_SIGNED,    ///< 0 at the horizon, above -180 up to 180
+    NADIR_0_FULL,        ///< 0 at the nadir, up to below 360
+    NADIR_0_SIGNED       ///< 0 at the nadir, above -180 up to 180
 };
 
 /// What is constant along a grid line.
@@ -36,19 +36,19 @@ enum GRID_LINE : int {
 
 /// Which part of a label's text stands at its place; one of each row, added up.
 enum GRID_TEXT_ALIGN : int {
-    GRID_TEXT_LEFT = 0,
-    GRID_TEXT_CENTER = 1,
-    GRID_TEXT_RIGHT = 2,
-    GRID_TEXT_TOP = 0,
-    GRID_TEXT_MIDDLE = 4,
-    GRID_TEXT_BOTTOM = 8
+    GRID_TEXT_LEFT = 0,     ///< its left end
+    GRID_TEXT_CENTER = 1,   ///< its middle, from left to right
+    GRID_TEXT_RIGHT = 2,    ///< its right end
+    GRID_TEXT_TOP = 0,      ///< its upper edge
+    GRID_TEXT_MIDDLE = 4,   ///< its middle, from top to bottom
+    GRID_TEXT_BOTTOM = 8    ///< its lower edge
 };
 
 /// One line of the grid.
 struct CGridLine {
-    GRID_LINE m_eKind = GRID_LINE_H;
-    double m_dAngle = 0.0;   ///< the constant angle, degrees, 0 .. 360
-    CPolyline m_line;        ///< points in space; closed when it is a line of constant vertical angle
+    GRID_LINE m_eKind = GRID_LINE_H;   ///< what is constant along it
+    double m_dAngle = 0.0;             ///< the constant angle, degrees, 0 .. 360
+    CPolyline m_line;   ///< points in space; closed when it is a line of constant vertical angle
 };
 
 /// One text at a grid line or at a pole.
@@ -87,8 +87,8 @@ class QSV_API CGrid3DSphere
 public:
     /// No lines, no labels, station at the origin, radius 0; texts left and top aligned, "%.3lf".
     CGrid3DSphere();
-    CGrid3DSphere(const CGrid3DSphere& src);
-    CGrid3DSphere& operator=(const CGrid3DSphere& src);
+    CGrid3DSphere(const CGrid3DSphere& src);              ///< a copy of everything
+    CGrid3DSphere& operator=(const CGrid3DSphere& src);   ///< a copy of everything
     ~CGrid3DSphere();
 
     /// Back to no lines, no labels, station at the origin and radius 0. How texts look is kept.
@@ -118,8 +118,8 @@ public:
     int Create3DGridSphere(const CXYZ& station, double dRadius, double dStepH, double dStepV,
                            ZENITH_MODE eMode, double dChordError);
 
-    const CXYZ& GetStation() const;
-    double GetRadius() const;
+    const CXYZ& GetStation() const;   ///< centre of the sphere
+    double GetRadius() const;         ///< 0 when there is no sphere
 
     /// @name Angles and points
     /// @{
@@ -164,15 +164,15 @@ public:
 
     /// Changes what labels of vertical angles say. @return 1; 0 for an unknown mode (nothing changes)
     int SetZenithMode(ZENITH_MODE eMode);
-    ZENITH_MODE GetZenithMode() const;
+    ZENITH_MODE GetZenithMode() const;   ///< as last set
     /// Changes how numbers are written in labels. @return 1; 0 for an unknown format (nothing changes)
     int SetNumberFormat(NUMBER_FORMAT eFormat);
-    NUMBER_FORMAT GetNumberFormat() const;
+    NUMBER_FORMAT GetNumberFormat() const;   ///< as last set
     /// Sets which part of its text stands at a label's place, from the next PlaceLabel on.
     /// @param nAlign  of GRID_TEXT_LEFT, CENTER, RIGHT one, plus of TOP, MIDDLE, BOTTOM one
     /// @return 1; 0 for another value (nothing changes)
     int SetTextAlign(int nAlign);
-    int GetTextAlign() const;
+    int GetTextAlign() const;   ///< as last set
 
     /// Gives a label its place on the screen.
     /// @param nLabel        index into m_aLabel

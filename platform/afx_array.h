@@ -32,7 +32,9 @@ class CArray
 {
 public:
     CArray() = default;
+    /// A copy of every element, through the copy constructor.
     CArray(const CArray& src) { CopyFrom(src); }
+    /// Takes over the elements of src without touching them; src is empty then.
     CArray(CArray&& src) noexcept { Swap(src); }
     ~CArray() { Release(); }
 
@@ -54,7 +56,8 @@ public:
 
     /// Number of elements.
     int GetSize() const { return m_nSize; }
-    int GetCount() const { return m_nSize; }
+    int GetCount() const { return m_nSize; }   ///< as GetSize
+    /// Whether there is no element.
     bool IsEmpty() const { return m_nSize == 0; }
     /// Highest valid index, -1 when empty.
     int GetUpperBound() const { return m_nSize - 1; }
@@ -98,24 +101,27 @@ public:
         m_nSize = m_nMaxSize = 0;
     }
 
+    /// The element at nIndex; valid until the array grows.
     TYPE& operator[](int nIndex)
     {
         assert(nIndex >= 0 && nIndex < m_nSize);
         return m_pData[nIndex];
     }
+    /// The same, to read only.
     const TYPE& operator[](int nIndex) const
     {
         assert(nIndex >= 0 && nIndex < m_nSize);
         return m_pData[nIndex];
     }
-    TYPE& GetAt(int nIndex) { return (*this)[nIndex]; }
-    const TYPE& GetAt(int nIndex) const { return (*this)[nIndex]; }
-    TYPE& ElementAt(int nIndex) { return (*this)[nIndex]; }
+    TYPE& GetAt(int nIndex) { return (*this)[nIndex]; }               ///< as operator[]
+    const TYPE& GetAt(int nIndex) const { return (*this)[nIndex]; }   ///< as operator[]
+    TYPE& ElementAt(int nIndex) { return (*this)[nIndex]; }           ///< as operator[]
+    /// Assigns to the element at nIndex.
     void SetAt(int nIndex, ARG_TYPE newElement) { (*this)[nIndex] = newElement; }
 
     /// First element, null when nothing was ever stored; valid until the array grows.
     TYPE* GetData() { return m_pData; }
-    const TYPE* GetData() const { return m_pData; }
+    const TYPE* GetData() const { return m_pData; }   ///< the same, to read only
 
     /// Appends a copy and returns its index. newElement may be an element of this array.
     int Add(ARG_TYPE newElement)

@@ -18,6 +18,7 @@ using ULONGLONG = unsigned long long;
 class QSV_API CFile
 {
 public:
+    /// How Open opens a file; added up.
     enum OpenFlags : UINT {
         modeRead = 0x0000,    ///< an existing file, for reading
         modeWrite = 0x0001,   ///< for writing; without modeCreate over the bytes of an existing file
@@ -38,6 +39,7 @@ public:
     virtual UINT Read(void* pBuffer, UINT nCount);
     /// Writes nCount bytes. A failure (a full disk) is kept until Close and told by HasFailed.
     virtual void Write(const void* pBuffer, UINT nCount);
+    /// Closes the file; without one it does nothing.
     virtual void Close();
     /// Length of the open file in bytes; the largest value when it has none (a pipe) or nothing is open.
     virtual ULONGLONG GetLength() const;
@@ -63,10 +65,13 @@ public:
     UINT Read(void* pBuffer, UINT nCount) override;
     /// Overwrites from the current position on and extends the file where it ends.
     void Write(const void* pBuffer, UINT nCount) override;
+    /// Returns to the start; the bytes stay.
     void Close() override;
 
+    /// Returns to the start.
     void SeekToBegin() { m_nPosition = 0; }
     ULONGLONG GetLength() const override { return static_cast<ULONGLONG>(m_aByte.GetSize()); }
+    /// The bytes, GetLength() of them; valid until the next Write.
     const unsigned char* GetBytes() const { return m_aByte.GetData(); }
 
 private:

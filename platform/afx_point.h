@@ -9,10 +9,14 @@
 class CPoint
 {
 public:
+    /// The origin.
     CPoint() = default;
+    /// The given position.
     CPoint(int nX, int nY) : x(nX), y(nY) {}
 
+    /// Whether both are the same pixel.
     bool operator==(const CPoint& other) const { return x == other.x && y == other.y; }
+    /// Whether they are different pixels.
     bool operator!=(const CPoint& other) const { return !(*this == other); }
 
     int x = 0;   ///< to the right

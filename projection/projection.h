@@ -4,7 +4,10 @@
 #include "platform/export.h"
 
 /// Which matrix CProjection::InitMatrix resets. Other values may be passed and select nothing.
-enum MATRIX_MODE : int { MODEL_MATRIX = 0, PROJECTION_MATRIX = 1 };
+enum MATRIX_MODE : int {
+    MODEL_MATRIX = 0,       ///< from the world to the eye
+    PROJECTION_MATRIX = 1   ///< the perspective
+};
 
 /// The way from the world to the screen and back: a model matrix, a perspective, their product and its inverse.
 ///
@@ -29,8 +32,8 @@ class QSV_API CProjection
 public:
     /// All matrices are the identity, all screen values 0: until SetPrjMatrix every point lands on (0, 0).
     CProjection();
-    CProjection(const CProjection& src);
-    CProjection& operator=(const CProjection& src);
+    CProjection(const CProjection& src);              ///< a copy of all matrices and screen values
+    CProjection& operator=(const CProjection& src);   ///< a copy of all matrices and screen values
     virtual ~CProjection();
 
     /// Loads the identity into the matrix that eMode selects; another value changes nothing.
@@ -49,11 +52,11 @@ public:
     /// last acts last on a point. (Graphics libraries that multiply on the right do the reverse.) A positive
     /// angle turns y towards z (X), z towards x (Y), x towards y (Z).
     /// @{
-    void Translate(double dX, double dY, double dZ);
-    void Scale(double dX, double dY, double dZ);
-    void RotateX(double dAngle);
-    void RotateY(double dAngle);
-    void RotateZ(double dAngle);
+    void Translate(double dX, double dY, double dZ);   ///< moves by a vector
+    void Scale(double dX, double dY, double dZ);       ///< multiplies each coordinate by its factor
+    void RotateX(double dAngle);                       ///< turns about the x axis, y towards z
+    void RotateY(double dAngle);                       ///< turns about the y axis, z towards x
+    void RotateZ(double dAngle);                       ///< turns about the z axis, x towards y
     /// @}
 
     /// Takes over the model and the perspective for the transforms that follow.

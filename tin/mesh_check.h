@@ -29,7 +29,7 @@ enum MESH_FAULT : int {
 
 /// One fault and its place. Fields that say nothing about a kind are -1.
 struct CMeshFault {
-    MESH_FAULT m_eKind = MESH_FAULT_VERTEX_INDEX;
+    MESH_FAULT m_eKind = MESH_FAULT_VERTEX_INDEX;   ///< what is wrong
     /// The triangle; of a breakline fault the breakline; of a drawing order the entry that is wrong.
     int m_nTri = -1;
     /// The slot in the triangle, of an edge its neighbour slot: the edge that ends at this vertex slot. Of

@@ -43,7 +43,7 @@ public:
     /// Takes over the content of src, tolerances included; src is left empty or stale, fit only to be
     /// assigned or destroyed. This is how an array of TINs grows without losing their tolerances.
     CTin(CTin&& src) noexcept;
-    ~CTin();
+    ~CTin();   ///< releases the arrays
 
     /// Empties the object: name "0", no vertices, triangles, boundary, breaklines or drawing order, range
     /// zero, default tolerances (1e-6 and 1e-12).

@@ -9,6 +9,7 @@ declare -A package_of=(
     [cmake]=cmake
     [ninja]=ninja-build
     [pkg-config]=pkg-config
+    [doxygen]=doxygen
     [gtest/gtest.h]=libgtest-dev
     [CLI/CLI.hpp]=libcli11-dev
     [fast_float/fast_float.h]=libfast-float-dev
