@@ -64,8 +64,8 @@ public:
 
     /// Changes the number of elements, keeping the first ones.
     /// @param nNewSize  new count; below 0 counts as 0
-    /// @param nGrowBy   elements reserved at a time when the block is full; 0 lets the block grow by
-    ///                  half its size; -1 keeps the setting
+    /// @param nGrowBy   elements reserved at a time, at least, when the block is full; the block grows by
+    ///                  half its size in any case; -1 keeps the setting
     /// Memory is kept when the array shrinks (FreeExtra gives it back). Cost: linear when it grows.
     void SetSize(int nNewSize, int nGrowBy = -1)
     {
@@ -200,14 +200,14 @@ private:
         return a + b;
     }
 
-    // The first block fits exactly: most arrays are sized once. Later ones grow by half, so that n
-    // calls of Add cost time proportional to n.
+    // The first block fits exactly: most arrays are sized once. Later ones grow by half or more, so that n
+    // calls of Add cost time proportional to n, whatever was asked for.
     int GrownCapacity(int nNeeded) const
     {
         if (nNeeded < 0 || nNeeded > kMaxElements) {
             throw std::bad_alloc();
         }
-        const int nStep = m_nGrowBy > 0 ? m_nGrowBy : m_nMaxSize / 2;
+        const int nStep = m_nGrowBy > m_nMaxSize / 2 ? m_nGrowBy : m_nMaxSize / 2;
         if (m_nMaxSize > kMaxElements - nStep) {
             return nNeeded;
         }
