@@ -1,4 +1,6 @@
 // Breaklines made into triangle edges by splitting every edge they cross.
+#include <algorithm>
+
 #include "plain_tin.h"
 
 namespace plain {
@@ -42,14 +44,11 @@ int Tin::EnforceBreakLines()
     CheckBreakLineVt();
     if (vertex.Size() < 3 || tri.empty()) return 0;
     walkDir = 1;
+    fewestSteps = 5 * tri.Size();
     int triCount = tri.Size(), vtCount = vertex.Size();
-    tri.SetSize(5 * triCount);
-    vertex.SetSize(vtCount + triCount);
     for (const BreakLine& bl : breakLine) {
         BreakLine1(bl, triCount, vtCount);
     }
-    tri.SetSize(triCount);
-    vertex.SetSize(vtCount);
     return 1;
 }
 
@@ -107,7 +106,7 @@ int Tin::FindNextTriWithPt2(int& t, int& slot, int dir) const
 
 int Tin::FindTriCrossingBL(const BreakLine& bl, int& seg, int& t, int& slot)
 {
-    const int n = bl.idx.Size(), limit = tri.Size();
+    const int n = bl.idx.Size(), limit = std::max(fewestSteps, tri.Size());
     if (limit == 0) return 0;
     for (int steps = 0;;) {
         const Point &a = vertex[bl.idx[seg]], &b = vertex[bl.idx[(seg + 1) % n]];

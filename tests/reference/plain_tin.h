@@ -100,6 +100,7 @@ struct Tin {
     Point minXYZ, maxXYZ;
     double eps = 1e-6, eps2 = 1e-12;
     int addPtCount = 0, optimDepth = 0, walkDir = 1;
+    int fewestSteps = 0;   // of a search along a breakline, before it is given up
 
     // Input
     void InitData();

@@ -18,6 +18,14 @@ enum class Turn { CounterClockwise, Clockwise };
 // The triangle next to nTri around its vertex in slot nSlot; -1 at the outside.
 int NeighborAround(const CArray<CTriangle>& aTri, int nTri, int nSlot, Turn eTurn);
 
+// One step around the vertex in slot nSlot of triangle nTri. Returns false, with nTri -1 at the outside, or with
+// nSlot as it was where the next triangle does not use the vertex.
+bool StepAround(const CArray<CTriangle>& aTri, int& nTri, int& nSlot, Turn eTurn);
+
+// The same in the direction that nWalkDir says: clockwise unless it is 0. At the outside the direction is
+// reversed (1 or 0), at most once a step.
+bool StepAroundOrBack(const CArray<CTriangle>& aTri, int& nTri, int& nSlot, int& nWalkDir);
+
 // First of the triangles 0 .. nTriCount-1 that uses nVt. Returns whether there is one; nTri and nSlot stand
 // where the search ended.
 bool FindFirstTriangleOf(const CArray<CTriangle>& aTri, int nVt, int nTriCount, int& nTri, int& nSlot);
