@@ -1,7 +1,8 @@
 # shellcheck shell=bash
 # Sourced by the scripts beside it: makes sure that the tools they need are there.
 
-# tool -> the Debian package that brings it. A name with a slash is a header that the compiler must find.
+# tool -> the Debian package that brings it. A name with a slash is a header that the compiler must find, or with
+# a slash in front a file.
 declare -A package_of=(
     [g++]=g++
     [clang++]=clang
@@ -15,12 +16,21 @@ declare -A package_of=(
     [fast_float/fast_float.h]=libfast-float-dev
     [nlohmann/json.hpp]=nlohmann-json3-dev
     [cairo/cairo.h]=libcairo2-dev
+    [arm-linux-gnueabihf-g++]=g++-arm-linux-gnueabihf
+    [qemu-arm]=qemu-user
+    [x86_64-w64-mingw32-g++-posix]=g++-mingw-w64-x86-64
+    [wine]=wine
+    [/usr/src/googletest/CMakeLists.txt]=googletest
 )
 # What qsvtin is built with beside the library.
 host_needs=(pkg-config CLI/CLI.hpp fast_float/fast_float.h nlohmann/json.hpp cairo/cairo.h)
+# What the presets arm and windows are built and run with.
+arm_needs=(arm-linux-gnueabihf-g++ qemu-arm /usr/src/googletest/CMakeLists.txt)
+windows_needs=(x86_64-w64-mingw32-g++-posix wine /usr/src/googletest/CMakeLists.txt)
 
 has() {
     case $1 in
+        /*) [[ -e $1 ]] ;;
         */*) echo "#include <$1>" | "${CXX:-g++}" -E -x c++ - >/dev/null 2>&1 ;;
         clang-format) command -v clang-format-14 >/dev/null || [[ $(clang-format --version 2>/dev/null) == *" version 14."* ]] ;;
         *) command -v "$1" >/dev/null ;;
