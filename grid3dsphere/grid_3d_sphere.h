@@ -77,7 +77,8 @@ struct CGridLabel {
 /// round, so that a segment from 350 to 10 crosses north; a difference of exactly 180 is taken upwards.
 ///
 /// **Results.** 1 for success, 0 for failure, described with each member together with the state it leaves.
-/// Nothing throws but std::bad_alloc, when memory runs out.
+/// Nothing throws but std::bad_alloc, when memory runs out: const members then leave what they should fill as it
+/// was; Create3DGridSphere and assignment leave some lines and labels, safe to use, replace and destroy.
 ///
 /// **Threads.** Objects share nothing. const members only read.
 ///

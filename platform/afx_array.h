@@ -23,7 +23,8 @@
 /// or the copy constructor.
 ///
 /// An index outside 0 .. GetSize()-1 is a programming error, caught by assert. When memory runs out,
-/// growing throws std::bad_alloc and leaves the array as it was.
+/// growing throws std::bad_alloc and leaves the array as it was, and so does removing elements that can only be
+/// copied.
 ///
 /// @tparam TYPE      element type
 /// @tparam ARG_TYPE  type by which an element is passed in; const TYPE& unless copying needs more
@@ -152,9 +153,18 @@ public:
     {
         assert(nIndex >= 0 && nCount >= 0 && nIndex <= m_nSize - nCount);
         TYPE* const pGap = m_pData + nIndex;
-        std::destroy(pGap, pGap + nCount);
-        Relocate(pGap, pGap + nCount, m_nSize - nIndex - nCount);
-        m_nSize -= nCount;
+        if constexpr (kMovesSafely) {
+            std::destroy(pGap, pGap + nCount);
+            Relocate(pGap, pGap + nCount, m_nSize - nIndex - nCount);
+            m_nSize -= nCount;
+        } else {
+            CArray<TYPE, ARG_TYPE> kept;
+            kept.Reallocate(m_nSize - nCount);
+            kept.AppendCopies(m_pData, nIndex);
+            kept.AppendCopies(pGap + nCount, m_nSize - nIndex - nCount);
+            kept.m_nGrowBy = m_nGrowBy;
+            Swap(kept);
+        }
     }
     /// Inserts nCount copies of newElement before nIndex. Cost: linear.
     void InsertAt(int nIndex, ARG_TYPE newElement, int nCount = 1)
@@ -162,12 +172,20 @@ public:
         assert(nIndex >= 0 && nIndex <= m_nSize && nCount >= 0);
         CArray<TYPE, ARG_TYPE> merged;
         merged.Reallocate(GrownCapacity(Sum(m_nSize, nCount)));
-        std::uninitialized_fill(merged.m_pData + nIndex, merged.m_pData + nIndex + nCount, newElement);
-        Relocate(merged.m_pData, m_pData, nIndex);
-        Relocate(merged.m_pData + nIndex + nCount, m_pData + nIndex, m_nSize - nIndex);
-        merged.m_nSize = m_nSize + nCount;
         merged.m_nGrowBy = m_nGrowBy;
-        m_nSize = 0;
+        if constexpr (kMovesSafely) {
+            std::uninitialized_fill(merged.m_pData + nIndex, merged.m_pData + nIndex + nCount, newElement);
+            Relocate(merged.m_pData, m_pData, nIndex);
+            Relocate(merged.m_pData + nIndex + nCount, m_pData + nIndex, m_nSize - nIndex);
+            merged.m_nSize = m_nSize + nCount;
+            m_nSize = 0;
+        } else {
+            merged.AppendCopies(m_pData, nIndex);
+            for (int i = 0; i < nCount; ++i) {
+                merged.AppendCopies(&newElement, 1);
+            }
+            merged.AppendCopies(m_pData + nIndex, m_nSize - nIndex);
+        }
         Swap(merged);
     }
     /// Replaces the content by copies of src's elements.
@@ -180,12 +198,16 @@ public:
         if (Sum(nFirst, nAdded) > m_nMaxSize) {
             Reallocate(GrownCapacity(Sum(nFirst, nAdded)));
         }
-        std::uninitialized_copy(src.m_pData, src.m_pData + nAdded, m_pData + nFirst);
-        m_nSize += nAdded;
+        AppendCopies(src.m_pData, nAdded);
         return nFirst;
     }
 
 private:
+    // Elements that could fail on the way to another place are copied instead, and the old ones stay until all
+    // copies are there.
+    static constexpr bool kMovesSafely =
+        std::is_trivially_copyable<TYPE>::value || std::is_nothrow_move_constructible<TYPE>::value;
+
     static constexpr int kMaxElements =
         static_cast<int>(std::numeric_limits<std::ptrdiff_t>::max() / sizeof(TYPE) <
                                  static_cast<std::size_t>(std::numeric_limits<int>::max())
@@ -233,10 +255,27 @@ private:
     {
         TYPE* const pNew =
             nCapacity > 0 ? std::allocator<TYPE>().allocate(static_cast<std::size_t>(nCapacity)) : nullptr;
-        Relocate(pNew, m_pData, m_nSize);
+        if constexpr (kMovesSafely) {
+            Relocate(pNew, m_pData, m_nSize);
+        } else {
+            try {
+                std::uninitialized_copy(m_pData, m_pData + m_nSize, pNew);
+            } catch (...) {
+                std::allocator<TYPE>().deallocate(pNew, static_cast<std::size_t>(nCapacity));
+                throw;
+            }
+            std::destroy(m_pData, m_pData + m_nSize);
+        }
         Deallocate();
         m_pData = pNew;
         m_nMaxSize = nCapacity;
+    }
+
+    // The block has room for them.
+    void AppendCopies(const TYPE* pFrom, int nCount)
+    {
+        std::uninitialized_copy(pFrom, pFrom + nCount, m_pData + m_nSize);
+        m_nSize += nCount;
     }
 
     void Deallocate()

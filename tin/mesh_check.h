@@ -45,7 +45,7 @@ struct CMeshFault {
 /// @return how many there are in all; 0 for a sound mesh
 /// A drawing order counts as one fault. Clockwise and flat triangles are faults of a terrain; walls (AddVPlane)
 /// and surfaces around a centre (CreateTinObal) have them by nature.
-/// Cost: n log n in the triangles.
+/// Cost: n log n in the triangles. Reads only; when memory runs out, std::bad_alloc.
 QSV_API int FindMeshFaults(const CTin& tin, CArray<CMeshFault>& aFault, int nMost);
 
 /// A kind of fault in plain words, such as "neighbour does not link back"; never null.

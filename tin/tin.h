@@ -23,13 +23,27 @@
 /// reference to a missing vertex reads as the zero record, a neighbour that does not exist counts as none.
 ///
 /// **Results.** Failures are result codes, described with each member together with the state they leave.
-/// Nothing throws but std::bad_alloc, when memory runs out; the object can then only be reset (InitData),
-/// assigned or destroyed.
+/// Nothing throws but std::bad_alloc, when memory runs out.
+///
+/// **Memory.** Members that read only allocate nothing, but for those that fill an array or a polyline of the
+/// caller, GetNumVtOnBoundary, the writers and copies. After std::bad_alloc every member may still be called,
+/// and the object be assigned or destroyed. What it then holds, by the groups below:
+/// - input: all that was fed before; of a breakline perhaps points, but no line;
+/// - CreateTin, CreateTinObal: vertices and breaklines as they were fed, and no triangle: try again with less;
+/// - CreateTinForPolygon, readers: what was made or read so far;
+/// - edits: all vertices where they were (of DelVertex: perhaps without the deleted one), triangles that may be
+///   half changed (FindMeshFaults tells; a copy made before is the way back);
+/// - writers: the object is untouched, the file incomplete;
+/// - display: the mesh is untouched; orders and normals are to be made anew;
+/// - assignment: a part of the source.
 ///
 /// **Units.** Coordinates and lengths in the host's linear unit, angles in radians.
 ///
 /// **Threads.** Objects share nothing: two of them may be used by two threads at once. Operations marked
-/// "reads only" may run on one object in several threads as long as none runs that writes.
+/// "reads only" may run on one object in several threads as long as none runs that writes. So may copying it
+/// and writing it to files. Among the questions these do write: FindNextTriWithPt the walking direction
+/// (FindNextTriWithPt2 does not), GetRange of the whole TIN and UpdateTinRange the range, the Select members
+/// the selection.
 class QSV_API CTin
 {
 public:
@@ -134,7 +148,7 @@ public:
     /// Visibility walk that takes the first edge in slot order, no allocation, products and
     /// comparisons only (Devillers, Pion, Teillaud, "Walking in a triangulation", 2002). Reads only.
     int FindTri(int nStartTri, const double& x, const double& y, int& nState, int& nSide);
-    /// The same for the plan position of vertex nVt.
+    /// The same for the plan position of vertex nVt. Reads only.
     int FindTri(int nStartTri, int nVt, int& nState, int& nSide);
     /// Finds the next triangle that uses vertex nVt, scanning from triangle nFrom (below 0: from the first).
     /// Calls with the same nFrom variable list all of them in index order. Reads only.
@@ -178,7 +192,7 @@ public:
     /// @return 1; 0 when none does (nTri is then the number of triangles searched)
     int FindFirstTriWithPt(int nVt, int& nTri, int& nSlot, int nTriCount);
     /// One step around the vertex in slot nSlot of triangle nTri, turning as m_nWalkDir says; at the outside
-    /// the direction is reversed, at most once a step.
+    /// the direction is reversed, at most once a step: m_nWalkDir is written.
     /// @return 1 with the next triangle and the vertex' slot in it; 0 when there is none on either side or
     ///         it does not use the vertex
     int FindNextTriWithPt(int& nTri, int& nSlot);
@@ -192,7 +206,7 @@ public:
     /// one pair an outer edge (UpdateBoundary).
     /// @{
 
-    /// Replaces the vertices of poly by those of m_aBoundary, in its order, and marks poly closed.
+    /// Replaces the vertices of poly by those of m_aBoundary, in its order, and marks poly closed. Reads only.
     void GetBoundary(CPolyline& poly);
     /// Builds the TIN that fills one simple polygon, given in either direction; the object is emptied first.
     /// Ears with the shortest chord are cut first, then edges are swapped until Delaunay. A last vertex that
@@ -214,7 +228,7 @@ public:
     void UpdateBoundary();
     /// Which vertex slots of triangle nTri stand in m_aBoundary, and at which positions.
     /// @return how many pairs (slot, position) were written; the search ends with the position at which there
-    ///         are three or more. -1 when nTri is out of range (both arrays are emptied)
+    ///         are three or more. -1 when nTri is out of range (both arrays are emptied). Reads only.
     int GetVtOnBoundary(int nTri, CArray<int>& aSlot, CArray<int>& aPos);
     /// How many, as GetVtOnBoundary counts. Reads only.
     int GetNumVtOnBoundary(int nTri);
@@ -242,7 +256,7 @@ public:
     /// Longest edge in plan. Reads only.
     /// @return the edge, the first of equal ones; -1 with dLength 0 when nTri is out of range
     int GetMaxLengthXY(int nTri, double& dLength);
-    /// Longest edge in space; otherwise as GetMaxLengthXY.
+    /// Longest edge in space; otherwise as GetMaxLengthXY. Reads only.
     int GetMaxLength(int nTri, double& dLength);
     /// Plan length of edge nEdge. @return 1; 0 when an argument is out of range (dLength stays). Reads only.
     int GetTriSedeLengthXY(int nTri, int nEdge, double& dLength);
@@ -286,7 +300,7 @@ public:
     ///       them counts as much as the others.
     /// Cost: linear in the size of the TIN; for many vertices of a terrain, build it anew without them.
     int DelVertex(int nVt);
-    /// The rotation that turns normal n onto +z.
+    /// The rotation that turns normal n onto +z. Reads only.
     void SetRotForNV_Z(CXYZ& n, CRot& rot);
     /// @}
 
@@ -299,10 +313,10 @@ public:
     /// 1 when some triangle holds the point, else 0. Cost: a scan; InterpolateForPlane, which walks, is faster
     /// by far. Reads only.
     int PtInTin(const double& x, const double& y);
-    /// As PtInTri, for triangles turned either way.
+    /// As PtInTri, for triangles turned either way. Reads only.
     /// @note A triangle without area holds every point of its line.
     int PtInTriIncludeBack(int nTri, const double& x, const double& y);
-    /// As PtInTin, for triangles turned either way.
+    /// As PtInTin, for triangles turned either way. Reads only.
     int PtInTinIncludeBack(const double& x, const double& y);
     /// Height at (x, y) of the plane through triangle nTri, also outside of it. Reads only.
     /// @return 1; 0 when the triangle is vertical, or nTri is out of range (z stays)
@@ -374,7 +388,7 @@ public:
     /// the file was opened and do not tell a full disk: check the file, or write beside it and rename.
     /// @{
 
-    /// Writes vertices, triangles and boundary as a single-TIN file.
+    /// Writes vertices, triangles and boundary as a single-TIN file. Reads only, as all writers.
     /// @return 1; 0 when the file cannot be opened
     int WriteBIN_VER0(CString strPath);
     /// Replaces the content by that of a single-TIN file and brings range and drawing order up to date.

@@ -5,6 +5,7 @@
 #include "tin/internal/edge_swap.h"
 #include "tin/internal/mesh.h"
 #include "tin/internal/mesh_links.h"
+#include "tin/internal/restored_at_end.h"
 #include "tin/internal/slots.h"
 #include "tin/internal/triangle_removal.h"
 #include "tin/tin.h"
@@ -252,7 +253,7 @@ void RestoreDelaunay(CTin& tin, const CRot& rot)
     if (!HasSurroundings(tin)) {
         return;
     }
-    const CArray<CXYZ> aSaved = tin.m_aVertex;
+    const RestoredAtEnd<CArray<CXYZ>> vertices(tin.m_aVertex);
     RotateAll(tin.m_aVertex, rot);
     for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
         if (tin.m_aTri[t].m_bSelect != kUnmarked) {
@@ -262,7 +263,6 @@ void RestoreDelaunay(CTin& tin, const CRot& rot)
             }
         }
     }
-    tin.m_aVertex = aSaved;
 }
 
 bool FacesAway(const CXYZ& a, const CXYZ& b)

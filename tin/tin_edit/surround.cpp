@@ -1,4 +1,5 @@
 #include <cmath>
+#include <utility>
 
 #include "tin/tin.h"
 
@@ -32,12 +33,40 @@ void TurnIntoDirections(CArray<CXYZ>& aVertex)
     }
 }
 
+// Keeps vertices and breaklines, and gives them back, without a mesh, when memory runs out.
+class PutAside
+{
+public:
+    explicit PutAside(CTin& tin) : aInSpace(tin.m_aVertex), aLine(tin.m_aBreakLine), m_tin(tin) {}
+    ~PutAside()
+    {
+        if (!m_bTakenUp) {
+            m_tin.m_aVertex = std::move(aInSpace);
+            m_tin.m_aBreakLine = std::move(aLine);
+            m_tin.m_aTri.SetSize(0, -1);
+            m_tin.m_aBoundary.SetSize(0, -1);
+        }
+    }
+    PutAside(const PutAside&) = delete;
+    PutAside& operator=(const PutAside&) = delete;
+
+    void TakeUp() { m_bTakenUp = true; }
+
+    CArray<CXYZ> aInSpace;
+    CArray<CBreakLine> aLine;
+
+private:
+    CTin& m_tin;
+    bool m_bTakenUp = false;
+};
+
 }   // namespace
 
 int CTin::CreateTinObal()
 {
-    const CArray<CXYZ> aInSpace = m_aVertex;
-    const CArray<CBreakLine> aLine = m_aBreakLine;
+    PutAside putAside(*this);
+    const CArray<CXYZ>& aInSpace = putAside.aInSpace;
+    const CArray<CBreakLine>& aLine = putAside.aLine;
     const int n = aInSpace.GetSize();
     m_aBreakLine.SetSize(0, -1);
     TurnIntoDirections(m_aVertex);
@@ -66,6 +95,7 @@ int CTin::CreateTinObal()
     for (int i = 0; i < n; ++i) {
         m_aVertex[i] = aInSpace[i];
     }
+    putAside.TakeUp();
     UpdatePtRange();
     return nDone;
 }

@@ -60,12 +60,7 @@ ByteWriter::ByteWriter(CFile& file) : m_file(file)
     m_aBlock.SetSize(kBlockBytes, -1);
 }
 
-ByteWriter::~ByteWriter()
-{
-    Flush();
-}
-
-void ByteWriter::Flush()
+void ByteWriter::Finish()
 {
     if (m_nUsed > 0) {
         m_file.Write(m_aBlock.GetData(), static_cast<UINT>(m_nUsed));
@@ -76,7 +71,7 @@ void ByteWriter::Flush()
 unsigned char* ByteWriter::Room(int nBytes)
 {
     if (m_nUsed + nBytes > kBlockBytes) {
-        Flush();
+        Finish();
     }
     unsigned char* const pRoom = m_aBlock.GetData() + m_nUsed;
     m_nUsed += nBytes;

@@ -22,12 +22,12 @@ constexpr int kBlockBytes = 65536;
 // What CFile::GetLength says of a file that has no length.
 constexpr ULONGLONG kUnknownLength = std::numeric_limits<ULONGLONG>::max();
 
-// Writes numbers to a file in blocks, by way of CFile::Write only. The destructor writes the last block.
+// Writes numbers to a file in blocks, by way of CFile::Write only. Finish writes the last block; the destructor
+// does not, since it could not tell that a file in memory has no room for it.
 class ByteWriter
 {
 public:
     explicit ByteWriter(CFile& file);
-    ~ByteWriter();
     ByteWriter(const ByteWriter&) = delete;
     ByteWriter& operator=(const ByteWriter&) = delete;
 
@@ -36,10 +36,10 @@ public:
     void PutDouble(double d);
     // At most kBlockBytes of them.
     void PutBytes(const void* pByte, int nBytes);
+    void Finish();
 
 private:
     unsigned char* Room(int nBytes);
-    void Flush();
 
     CFile& m_file;
     CArray<unsigned char> m_aBlock;

@@ -121,6 +121,7 @@ int WriteCollection(const CString& strPath, CArray<CTin, CTin&>& aTin, Version e
     for (int i = 0; i < aTin.GetSize(); ++i) {
         WriteSection(writer, aTin[i], eVersion);
     }
+    writer.Finish();
     return 1;
 }
 
@@ -172,6 +173,7 @@ int CTin::WriteBIN_VER1_SUB(CFile& file)
 {
     ByteWriter writer(file);
     WriteSection(writer, *this, Version::One);
+    writer.Finish();
     return 1;
 }
 
@@ -179,6 +181,7 @@ int CTin::WriteBIN_VER2_SUB(CFile& file)
 {
     ByteWriter writer(file);
     WriteSection(writer, *this, Version::Two);
+    writer.Finish();
     return 1;
 }
 

@@ -13,6 +13,7 @@ int CTin::WriteBIN_VER0(CString strPath)
     ByteWriter writer(file);
     WriteMesh(writer, *this);
     WriteReserved(writer);
+    writer.Finish();
     return 1;
 }
 

@@ -5,8 +5,37 @@
 #include "tin/tin_model/careful_build.h"
 #include "tin/tin_model/insertion.h"
 
+namespace {
+
+// Unless all has gone well, takes away what was made of the vertices that were there at the beginning.
+class UnfinishedMesh
+{
+public:
+    explicit UnfinishedMesh(CTin& tin) : m_tin(tin), m_nVertices(tin.m_aVertex.GetSize()) {}
+    ~UnfinishedMesh()
+    {
+        if (!m_bFinished) {
+            m_tin.m_aTri.SetSize(0, -1);
+            m_tin.m_aBoundary.SetSize(0, -1);
+            m_tin.m_aVertex.SetSize(m_nVertices, -1);
+        }
+    }
+    UnfinishedMesh(const UnfinishedMesh&) = delete;
+    UnfinishedMesh& operator=(const UnfinishedMesh&) = delete;
+
+    void Finish() { m_bFinished = true; }
+
+private:
+    CTin& m_tin;
+    const int m_nVertices;
+    bool m_bFinished = false;
+};
+
+}   // namespace
+
 int CTin::CreateTin(double dAngle)
 {
+    UnfinishedMesh mesh(*this);   // memory may run out on the way
     int nDone = m_aVertex.GetSize() >= 3 && MakeBoundaryFromPts() && MakeConvexHull() &&
                 MakeTinForConvexHull() && Triangulation();
     if (nDone && !m_aBreakLine.IsEmpty()) {
@@ -15,6 +44,7 @@ int CTin::CreateTin(double dAngle)
     if (nDone && dAngle > 0.0) {
         nDone = DelTriWithAngle(dAngle, 1);
     }
+    mesh.Finish();
     if (!nDone) {
         InitData();
     }

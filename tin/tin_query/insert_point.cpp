@@ -1,5 +1,6 @@
 #include "tin/internal/limits.h"
 #include "tin/internal/mesh_walk.h"
+#include "tin/internal/restored_at_end.h"
 #include "tin/tin.h"
 
 using namespace qsv;
@@ -13,14 +14,13 @@ int CTin::DivideTri(const double& x, const double& y, const double& z)
     }
     const int nVt = m_aVertex.Add(CXYZ(x, y, z));
     int nTriCount = m_aTri.GetSize();
-    const int nDepth = m_nOptimDepth;
+    const RestoredAtEnd<int> depth(m_nOptimDepth);
     m_nOptimDepth = kMaxSwapDepth;   // so that no edge is swapped: the triangles stay as they are split
     if (nState == kInside) {
         DivideTriInside(nVt, nTriCount, nTri);
     } else {
         DivideTriOnSide(nVt, nTriCount, nTri, nSide);
     }
-    m_nOptimDepth = nDepth;
     m_aTri.SetSize(nTriCount, -1);
     return 1;
 }
