@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "support/fixtures.h"
 #include "support/mesh_oracle.h"
@@ -148,6 +151,49 @@ TEST(Sorting, IsStableAndPutsWhatIsNoNumberLast)
     aIndex.SetSize(3);
     QuickSortKey(aKey, aIndex, 1);
     EXPECT_EQ(aIndex.GetSize(), 0);
+}
+
+// Keys of all sizes, many of them equal, against a sort by comparison.
+TEST(Sorting, OfManyKeysIsThatOfAStableSortByComparison)
+{
+    const double inf = std::numeric_limits<double>::infinity(),
+                 nan = std::numeric_limits<double>::quiet_NaN();
+    const double aOdd[] = {0.0, -0.0, inf, -inf, nan, -nan, 5e-324, -5e-324, 1.7e308, -1.7e308};
+    Dice dice(91);
+    for (const int n : {2, 99, 101, 3000}) {
+        for (const double dOdd : {0.0, 0.1, 1.0}) {
+            std::vector<double> aKey;
+            for (int i = 0; i < n; ++i) {
+                const double dSmall = std::ldexp(dice.Uniform(-1.0, 1.0), -dice.Below(900));
+                aKey.push_back(dice.Uniform(0.0, 1.0) < dOdd ? aOdd[dice.Below(10)]
+                               : i % 3 == 0                  ? dice.Below(50)
+                               : i % 3 == 1                  ? 1000.0 + dSmall
+                                                             : dSmall);
+            }
+            for (const int nOrder : {1, 0}) {
+                SCOPED_TRACE(testing::Message() << n << " keys, odd ones " << dOdd << ", order " << nOrder);
+                std::vector<int> aExpected;
+                for (int i = 0; i < n; ++i) {
+                    aExpected.push_back(i);
+                }
+                std::stable_sort(aExpected.begin(), aExpected.end(), [&](int i, int j) {
+                    const double a = aKey[static_cast<size_t>(i)], b = aKey[static_cast<size_t>(j)];
+                    return std::isnan(b) ? !std::isnan(a) : nOrder == 1 ? a < b : a > b;
+                });
+                CArray<double> aSorted;
+                for (const double d : aKey) {
+                    aSorted.Add(d);
+                }
+                CArray<int> aIndex;
+                QuickSortKey(aSorted, aIndex, nOrder);
+                ASSERT_EQ(ToVector(aIndex), aExpected);
+                for (int i = 0; i < n; ++i) {
+                    const double dExpected = aKey[static_cast<size_t>(aIndex[i])];
+                    ASSERT_EQ(std::memcmp(&aSorted[i], &dExpected, sizeof dExpected), 0) << "bit for bit";
+                }
+            }
+        }
+    }
 }
 
 TEST(LifeCycle, CopiesEverythingButTheTolerances)
