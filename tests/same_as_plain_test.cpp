@@ -3,10 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "support/compare.h"
 #include "support/mesh_oracle.h"
+#include "tin/internal/line_walk.h"
 
 namespace {
 
@@ -22,6 +24,31 @@ struct Pair {
         CPolyline line = LineThrough(aSite, bClose);
         tin.AddBreakLine(line);
         AddPlainLine(plain, aSite, bClose);
+    }
+    // A line of vertex indices as they stand, which may refer to nothing.
+    void AddIndices(const std::vector<int>& aIndex, bool bClose)
+    {
+        CBreakLine bl;
+        plain::BreakLine plainLine;
+        bl.m_bClose = plainLine.closed = bClose ? 1 : 0;
+        for (const int nVt : aIndex) {
+            bl.m_aVertexIndex.Add(nVt);
+            plainLine.idx.push_back(nVt);
+        }
+        tin.m_aBreakLine.Add(bl);
+        plain.breakLine.push_back(plainLine);
+    }
+    // Makes links and, in a few triangles, corners lead to any triangle or vertex.
+    void Damage(Dice& dice, int nLinks, int nCorners)
+    {
+        for (int i = 0; i < nLinks; ++i) {
+            const int t = dice.Below(tin.GetTriSize()), k = dice.Below(3);
+            tin.m_aTri[t].m_nNeighbor[k] = plain.tri[t].n[k] = dice.Below(tin.GetTriSize() + 40) - 20;
+        }
+        for (int i = 0; i < nCorners; ++i) {
+            const int t = dice.Below(tin.GetTriSize()), k = dice.Below(3);
+            tin.m_aTri[t].m_nVertex[k] = plain.tri[t].v[k] = dice.Below(tin.GetPointSize());
+        }
     }
     void SetEPS(double dEPS)
     {
@@ -141,17 +168,68 @@ TEST(SameAsPlain, Breaklines)
     for (std::uint64_t nSeed = 0; nSeed < 120; ++nSeed) {
         SCOPED_TRACE(nSeed);
         Dice dice(nSeed + 1000);
-        Pair pair(nSeed % 3 == 0 ? LatticeSites(50, dice, 10.0) : RandomSites(10 + dice.Below(150), nSeed));
+        Pair pair(nSeed % 3 == 0   ? LatticeSites(50, dice, 10.0)
+                  : nSeed % 3 == 1 ? ClusteredSites(10 + dice.Below(150), nSeed)
+                                   : RandomSites(10 + dice.Below(150), nSeed));
+        const int nVertices = pair.tin.GetPointSize();
         for (int i = 1 + dice.Below(5); i > 0; --i) {   // crossing each other and leaving the hull
             pair.AddLine(RandomLine(dice, 6), dice.Below(3) == 0);
+        }
+        for (int i = dice.Below(30); i > 0;
+             --i) {   // many at a few vertices, and some that turn round for ever
+            const int nVt = dice.Below(nVertices), nTo = dice.Below(nVertices);
+            pair.AddIndices({dice.Below(5), nVt, dice.Below(6) == 0 ? nVt : nTo}, dice.Below(4) == 0);
         }
         if (nSeed % 3 == 0) {   // along and through lattice points
             pair.AddLine({{0, 0, 1}, {70, 70, 2}});
             pair.AddLine({{10, 10, 1}, {60, 10, 2}, {60, 10, 2}, {60, 60, 3}, {10, 60, 4}}, true);
         }
+        if (nSeed % 4 == 0) {   // to and from vertices that come with the crossings, and such that never come
+            pair.AddIndices({pair.tin.GetPointSize() + dice.Below(4), 1, 2}, false);
+            pair.AddIndices({2, pair.tin.GetPointSize() + dice.Below(4), 3}, true);
+            pair.AddIndices({3, -1, 4}, false);
+        }
         nCompared += pair.BuildBoth() ? 1 : 0;
+        EXPECT_EQ(pair.tin.m_nWalkDir, pair.plain.walkDir);
     }
     EXPECT_GT(nCompared, 100) << "most inputs must really be compared";
+}
+
+// The search that turns around vertices, in meshes where links lead back and forth at random: the same outcome
+// as of taking every step, the direction included with which it ends at its limit.
+TEST(SameAsPlain, SearchesAlongALineInDamagedMeshes)
+{
+    int nEndless = 0;
+    for (std::uint64_t nSeed = 0; nSeed < 30; ++nSeed) {
+        SCOPED_TRACE(nSeed);
+        Dice dice(nSeed + 2000);
+        Pair pair(nSeed % 2 == 0 ? RandomSites(60, nSeed) : LatticeSites(60, dice, 1.0));
+        ASSERT_TRUE(pair.BuildBoth());
+        pair.Damage(dice, dice.Below(60), dice.Below(6));
+        CTin& tin = pair.tin;
+        for (int i = 0; i < 200; ++i) {
+            plain::BreakLine line;
+            CArray<int> aLine;
+            for (int j = 1 + dice.Below(4); j > 0; --j) {
+                line.idx.push_back(dice.Below(3) == 0 && j > 1 ? 7 : dice.Below(tin.GetPointSize()));
+                aLine.Add(line.idx.back());
+            }
+            qsv::LinePlace at = {dice.Below(aLine.GetSize()), dice.Below(tin.GetTriSize()), dice.Below(3)};
+            int nSeg = at.nSeg, nTri = at.nTri, nSlot = at.nSlot;
+            tin.m_nWalkDir = pair.plain.walkDir = dice.Below(2);
+            pair.plain.fewestSteps = dice.Below(1000);
+            const int nLimit = std::max(pair.plain.fewestSteps, tin.GetTriSize());
+            const bool bFound = qsv::TurnToCrossing({tin.m_aVertex, tin.m_aTri, tin.m_dEPS, tin.m_dEPS2},
+                                                    aLine, at, tin.m_nWalkDir, nLimit);
+            EXPECT_EQ(bFound, pair.plain.FindTriCrossingBL(line, nSeg, nTri, nSlot) != 0);
+            EXPECT_EQ(tin.m_nWalkDir, pair.plain.walkDir);
+            if (bFound) {
+                EXPECT_TRUE(at.nSeg == nSeg && at.nTri == nTri && at.nSlot == nSlot);
+            }
+            nEndless += !bFound && nSeg < aLine.GetSize() && nTri >= 0 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(nEndless, 100) << "searches that run to the limit";
 }
 
 TEST(SameAsPlain, Trimming)
@@ -185,10 +263,7 @@ TEST(SameAsPlain, TrimmingWithStaleNormalsAndDamagedLinks)
         Pair pair(RandomSites(80, static_cast<std::uint64_t>(nSeed)));
         ASSERT_TRUE(pair.BuildBoth());
         Dice dice(static_cast<std::uint64_t>(nSeed) + 500);
-        for (int i = 0; i < nSeed / 2; ++i) {
-            const int t = dice.Below(pair.tin.GetTriSize()), k = dice.Below(3);
-            pair.tin.m_aTri[t].m_nNeighbor[k] = pair.plain.tri[t].n[k] = dice.Below(pair.tin.GetTriSize());
-        }
+        pair.Damage(dice, nSeed / 2, 0);
         const int nNormals = pair.tin.GetTriSize() - dice.Below(30);
         pair.plain.triNormal.SetSize(nNormals);
         pair.tin.m_aTriNormal.SetSize(nNormals);

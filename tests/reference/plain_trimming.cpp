@@ -120,13 +120,13 @@ int Tin::DelTriWithAngle(double angle, int singleOutside)
     for (int t = 0; t < tri.Size();) {
         int outside = 0;
         for (int n : tri[t].n) {
-            outside += n < 0;
+            outside += !IsTri(n);
         }
         bool deleted = false;
         if (outside == 1 || (outside > 1 && !singleOutside)) {
             for (int k = 0; k < 3 && !deleted; ++k) {
                 double a1, a2;
-                if (tri[t].n[k] < 0 && GetAngleXY(t, (k + 2) % 3, a1) && GetAngleXY(t, k, a2) &&
+                if (!IsTri(tri[t].n[k]) && GetAngleXY(t, (k + 2) % 3, a1) && GetAngleXY(t, k, a2) &&
                     !(a1 > angle && a2 > angle)) {
                     deleted = DelTri(t) != 0;
                 }
@@ -144,7 +144,7 @@ int Tin::SelectTriWithAngle(double angle)
         tri[t].sel = 0;
         for (int k = 0; k < 3; ++k) {
             double a1, a2;
-            if (tri[t].n[k] < 0 && GetAngleXY(t, k, a1) && GetAngleXY(t, (k + 2) % 3, a2) &&
+            if (!IsTri(tri[t].n[k]) && GetAngleXY(t, k, a1) && GetAngleXY(t, (k + 2) % 3, a2) &&
                 (a1 <= angle || a2 <= angle)) {
                 tri[t].sel = 1;
             }
@@ -160,7 +160,7 @@ int Tin::SelectTriWithLength(double length)
     for (int t = 0; t < tri.Size(); ++t) {
         tri[t].sel = 0;
         for (int k = 0; k < 3; ++k) {
-            if (tri[t].n[k] < 0 && GetLength(t, k) > length) tri[t].sel = 1;
+            if (!IsTri(tri[t].n[k]) && GetLength(t, k) > length) tri[t].sel = 1;
         }
         count += tri[t].sel;
     }
