@@ -1,15 +1,13 @@
 // Pictures of a TIN from any direction: what is painted where, what a pixel shows, and the program's answers.
 
+#include "host/input/survey_text.h"
+#include "host/view/drape.h"
 #include "host/view/painter.h"
 #include "host/view/pick.h"
 #include "host/view/surface_colours.h"
 #include "host/view/view_picture.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
-
-#include <sys/wait.h>
+#include "host/view/visibility.h"
+#include "tests/support/program.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,7 +17,9 @@
 namespace {
 
 using qsvtin::Drawing;
+using qsvtin::Path;
 using qsvtin::PictureOptions;
+using qsvtin::Rgb;
 using qsvtin::Scene;
 using qsvtin::View;
 using qsvtin::ViewFrame;
@@ -141,6 +141,20 @@ std::vector<int> PaintedTriangles(const Drawing& drawing, int width, int height)
     return band.owners;
 }
 
+CTin SampleTerrain()
+{
+    qsvtin::TextFile text(QSV_SAMPLE "/points.xyz");
+    std::vector<qsvtin::BadLine> bad;
+    CTin tin;
+    tin.BeginAddPoint(6000);
+    for (const qsvtin::Position& p : qsvtin::ReadSurveyPoints(text, {}, bad).points) {
+        tin.AddPoint2(p.x, p.y, p.z);
+    }
+    tin.EndAddPoint();
+    EXPECT_EQ(tin.CreateTin(0.0), 1);
+    return tin;
+}
+
 TEST(ViewPainter, ShowsWhatADepthBufferShows)
 {
     constexpr int kWidth = 480, kHeight = 360;
@@ -151,6 +165,7 @@ TEST(ViewPainter, ShowsWhatADepthBufferShows)
     } aCase[] = {
         {"hills", Hills(), {}},
         {"hills on a block", Hills(), 100.0},
+        {"sample on a block", SampleTerrain(), 150.0},
         {"overhanging wave", OverhangingWave(), {}},
         {"spiral ramp", SpiralRamp(), {}},
     };
@@ -294,27 +309,103 @@ TEST(ViewColours, OfAHillAreThoseOfTheReference)
     }
 }
 
-struct Result {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
+// The apex is a vertex, so that lines through it pass two sides of the hill; one along its edges belongs to both.
+TEST(ViewDrape, FollowsTheSurfaceAndEndsWithIt)
+{
+    CTin tin;
+    for (const auto& p : {CXYZ(0, 0, 1), CXYZ(10, 0, 1), CXYZ(10, 10, 1), CXYZ(0, 10, 1), CXYZ(5, 5, 9)}) {
+        tin.AddPoint(p.x, p.y, p.z);
+    }
+    ASSERT_EQ(tin.CreateTin(0.0), 1);
+    const Scene scene = qsvtin::MakeScene(tin, 2.0, -5.0);
+    const struct {
+        const char* name;
+        Path line;
+        std::vector<Path> laid;   // in survey coordinates
+    } aCase[] = {
+        {"over the top", {{-5, 5, 0}, {15, 5, 0}}, {{{0, 5, 1}, {5, 5, 9}, {10, 5, 1}}}},
+        {"along edges", {{0, 0, 7}, {5, 5, 7}, {10, 0, 7}}, {{{0, 0, 1}, {5, 5, 9}, {10, 0, 1}}}},
+        {"across edges", {{1, 4, 0}, {4, 1, 0}}, {{{1, 4, 2.6}, {2.5, 2.5, 5}, {4, 1, 2.6}}}},
+        {"out and in again", {{8, 5, 0}, {12, 5, 0}, {8, 5, 0}}, {{{8, 5, 4.2}, {10, 5, 1}, {8, 5, 4.2}}}},
+        {"beside", {{11, 0, 0}, {11, 10, 0}}, {}},
+        {"a place", {{3, 3, 0}}, {}},
+    };
+    for (const auto& c : aCase) {
+        SCOPED_TRACE(c.name);
+        const std::vector<Path> laid = qsvtin::Drape(scene, {c.line});
+        ASSERT_EQ(laid.size(), c.laid.size());
+        for (std::size_t i = 0; i < laid.size(); ++i) {
+            ASSERT_EQ(laid[i].size(), c.laid[i].size());
+            for (std::size_t k = 0; k < laid[i].size(); ++k) {
+                const qsvtin::Position at = scene.ToSurvey(laid[i][k]), &expected = c.laid[i][k];
+                EXPECT_NEAR(at.x, expected.x, 1e-12);
+                EXPECT_NEAR(at.y, expected.y, 1e-12);
+                EXPECT_NEAR(at.z, expected.z, 1e-12);
+            }
+        }
+    }
+}
 
-class ViewProgram : public ScratchFolder
+// Places on the surface and above it, against the line of sight that pick follows through every triangle.
+TEST(ViewVisibility, AgreesWithTheLineOfSight)
+{
+    const Scene scene = qsvtin::MakeScene(Hills(), 2.0, 100.0);
+    std::mt19937 random(3);
+    int hidden = 0, shown = 0, different = 0;
+    for (const View& view : Views()) {
+        const ViewFrame frame = qsvtin::FrameOf(scene, Picture(view, 480, 360));
+        const Drawing drawing = qsvtin::MakeDrawing(scene, frame, 2);
+        std::vector<std::vector<Path>> places;
+        for (int i = 0; i < 200; ++i) {
+            const int t = static_cast<int>(random() % static_cast<unsigned>(scene.groundTriangles));
+            const CXYZ &a = scene.Corner(t, 0), &b = scene.Corner(t, 1), &c = scene.Corner(t, 2);
+            const double above = i % 2 == 0 ? 0.0 : 5.0;
+            const qsvtin::Position at = {(a.x + b.x + c.x) / 3.0, (a.y + b.y + c.y) / 3.0,
+                                         (a.z + b.z + c.z) / 3.0 + above};
+            places.push_back({Path{at, at}});
+        }
+        const std::vector<qsvtin::SeenLines> parted = qsvtin::PartByVisibility(places, frame, drawing);
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            const qsvtin::Seen seen = frame.ToPicture(places[i][0][0]);
+            const auto hit = qsvtin::PickAt(scene, frame, seen.x, seen.y);
+            const bool behind = hit && frame.ToPicture(scene.ToScene(hit->at)).depth < seen.depth - 1e-6;
+            ASSERT_EQ(parted[i].hidden.size() + parted[i].shown.size(), 1u);
+            different += behind != parted[i].shown.empty();
+            (behind ? hidden : shown) += 1;
+        }
+    }
+    EXPECT_GT(hidden, 200);
+    EXPECT_GT(shown, 700);
+    EXPECT_LE(different, 14) << "of 1400: those within a pixel of a silhouette";
+}
+
+std::string FromHex(const std::string& digits)
+{
+    std::string bytes;
+    for (std::size_t i = 0; i < digits.size(); i += 2) {
+        bytes += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
+    }
+    return bytes;
+}
+
+class ViewProgram : public ProgramTest
 {
 protected:
     ViewProgram()
     {
         Put("hill.txt", "0 0 1\n10 0 1\n10 10 1\n0 10 1\n5 5 9\n");
         EXPECT_EQ(Run("build hill.txt -o hill.tin").status, 0);
+        // Two by two pixels: red and green above blue and white.
+        Put("four.png",
+            FromHex(
+                "89504e470d0a1a0a0000000d4948445200000002000000020802000000fdd49a730000001249444154789c63f8"
+                "cfc0c000c20cff8100001fee05fb0bd9688b0000000049454e44ae426082"));
     }
 
-    Result Run(const std::string& arguments) const
+    /// The colour of a pixel of a picture of 1600 x 1000.
+    Rgb PixelOf(const qsvtin::Texture& picture, double column, double row) const
     {
-        const std::string command = "cd '" + m_folder.string() + "' && '" QSVTIN_PROGRAM "' " + arguments +
-                                    " >stdout.log 2>stderr.log";
-        const int ended = std::system(command.c_str());
-        return {WIFEXITED(ended) ? WEXITSTATUS(ended) : -1, Get("stdout.log"), Get("stderr.log")};
+        return picture.Over({}, (column + 0.5) / 1600.0, 1.0 - (row + 0.5) / 1000.0, 1.0);
     }
 };
 
@@ -328,6 +419,9 @@ TEST_F(ViewProgram, DrawsEveryFormat)
         {"-o plan.png", "plan.png", "\x89PNG"},
         {"--view 205,30 --perspective --exaggerate 2 --skirt -1 --size 400x300 --no-edges -o v.svg", "v.svg",
          "<?xml"},
+        {"--view 250,20 --breaklines hill.txt --texture four.png --grid-sphere 5,5,9,4 --sphere-step 45,30 "
+         "--sphere-zero horizon-signed -o all.svg",
+         "all.svg", "<?xml"},
         {"--view -20.5,5 --size 300x400 --title 'A hill' -o v.PDF", "v.PDF", "%PDF"},
     };
     for (const auto& c : aCase) {
@@ -340,9 +434,62 @@ TEST_F(ViewProgram, DrawsEveryFormat)
     }
 }
 
+// The frame of the plan: 112 to 952 down, and 48 to 1450 across, in which the square of 10 stands in the middle, at
+// 84 pixels a unit.
+TEST_F(ViewProgram, DrapesATextureNorthUp)
+{
+    Put("level.txt", "0 0 1\n10 0 1\n10 10 1\n0 10 1\n");
+    ASSERT_EQ(Run("build level.txt -o level.tin").status, 0);
+    const Result result = Run("render level.tin --texture four.png --no-edges -o level.png");
+    ASSERT_EQ(result.status, 0) << result.err;
+    const qsvtin::Texture picture(ScratchFolder::Path("level.png"));
+    const struct {
+        double column, row;
+        Rgb colour;
+    } aCase[] = {
+        {350, 132, {1, 0, 0}}, {1148, 132, {0, 1, 0}}, {350, 932, {0, 0, 1}}, {1148, 932, {1, 1, 1}}};
+    for (const auto& c : aCase) {
+        const Rgb colour = PixelOf(picture, c.column, c.row);
+        EXPECT_NEAR(colour.r, c.colour.r, 0.01) << c.column << "," << c.row;
+        EXPECT_NEAR(colour.g, c.colour.g, 0.01) << c.column << "," << c.row;
+        EXPECT_NEAR(colour.b, c.colour.b, 0.01) << c.column << "," << c.row;
+    }
+}
+
+// From above: meridians every 30 degrees from north over east, circles at the cosine of the vertical angle.
+TEST_F(ViewProgram, DrawsTheGridSphereWhereItsAnglesAre)
+{
+    ASSERT_EQ(Run("render hill.tin --no-edges -o bare.png").status, 0);
+    const Result result = Run("render hill.tin --no-edges --grid-sphere 5,5,20,4 -o sphere.png");
+    ASSERT_EQ(result.status, 0) << result.err;
+    const qsvtin::Texture bare(ScratchFolder::Path("bare.png")), sphere(ScratchFolder::Path("sphere.png"));
+    const auto change = [&](double column, double row) {
+        const Rgb a = PixelOf(bare, column, row), b = PixelOf(sphere, column, row);
+        return std::fabs(a.r - b.r) + std::fabs(a.g - b.g) + std::fabs(a.b - b.b);
+    };
+    const double radius = 4 * 84.0, degree = std::acos(-1.0) / 180.0;
+    const auto changeAt = [&](double horizontal, double share) {
+        return change(std::round(749 + share * radius * std::sin(horizontal * degree) - 0.5),
+                      std::round(532 - share * radius * std::cos(horizontal * degree) - 0.5));
+    };
+    for (int h = 0; h < 360; h += 30) {
+        EXPECT_GT(changeAt(h, 0.6), 0.2) << h;   // a meridian
+        EXPECT_LT(changeAt(h + 10.0, 0.6), 0.02)
+            << h;   // nothing between 45 and 60 degrees: cosines 0.71, 0.5
+        EXPECT_GT(changeAt(h + 10.0, std::sqrt(0.5)), 0.2) << h;
+    }
+    constexpr double kLabel = 40.0;   // half a label at the rim
+    int beyond = 0;
+    for (int row = 112; row < 952; ++row) {
+        for (int column = 48; column < 1450; ++column) {
+            beyond += std::hypot(column - 748.5, row - 531.5) > radius + kLabel && change(column, row) > 0.2;
+        }
+    }
+    EXPECT_EQ(beyond, 0);
+}
+
 TEST_F(ViewProgram, TellsWhatAPixelShows)
 {
-    // The frame of the plan: 112 to 952 down, and 48 to 1450 across, in which the square of 10 stands in the middle.
     const Result plan = Run("pick hill.tin 748,531 --json");
     ASSERT_EQ(plan.status, 0) << plan.err;
     const auto answer = nlohmann::json::parse(plan.out);
@@ -363,6 +510,8 @@ TEST_F(ViewProgram, RefusesNonsenseInOneLineAndLeavesFilesAlone)
 {
     Put("kept.png", "kept");
     Put("text.tin", "no TIN");
+    Put("cut.png", Get("four.png").substr(0, 60));
+    Put("huge.png", Get("four.png").replace(16, 1, "\x10"));
     const struct {
         const char* arguments;
         int status;
@@ -385,6 +534,27 @@ TEST_F(ViewProgram, RefusesNonsenseInOneLineAndLeavesFilesAlone)
         {"render hill.tin -o kept.png --size 5x5", 2, "--size"},
         {"render hill.tin -o kept.png --size 100000x100000", 2, "--size"},
         {"render hill.tin -o kept.png --tin 2", 2, "--tin"},
+        {"render hill.tin -o kept.png --texture missing.png", 1, "missing.png"},
+        {"render hill.tin -o kept.png --texture .", 1, "directory"},
+        {"render hill.tin -o kept.png --texture text.tin", 1, "text.tin is no PNG"},
+        {"render hill.tin -o kept.png --texture cut.png", 1, "cut.png is no PNG"},
+        {"render hill.tin -o kept.png --texture huge.png", 1, "huge.png has 268435458 x 2 pixels"},
+        {"render hill.tin -o four.png --texture four.png", 2, "overwrite the input"},
+        {"render hill.tin -o kept.png --breaklines missing.txt", 1, "missing.txt"},
+        {"render hill.tin -o kept.png --breaklines text.tin", 1, "text.tin:1"},
+        {"render hill.tin -o kept.png --grid-sphere 5,5,9", 2, "X,Y,Z,RADIUS"},
+        {"render hill.tin -o kept.png --grid-sphere 5,5,9,4,", 2, "X,Y,Z,RADIUS"},
+        {"render hill.tin -o kept.png --grid-sphere 5,nan,9,4", 2, "X,Y,Z,RADIUS"},
+        {"render hill.tin -o kept.png --grid-sphere 5,5,9,0", 2, "above 0"},
+        {"render hill.tin -o kept.png --grid-sphere 5,5,9,-4", 2, "above 0"},
+        {"render hill.tin -o kept.png --grid-sphere 5000,5,9,4", 2, "check station and radius"},
+        {"render hill.tin -o kept.png --grid-sphere 5,5,9,1e300", 2, "above 0"},
+        {"render hill.tin -o kept.png --grid-sphere 5,5,9,4 --sphere-step 0,15", 2, "--sphere-step"},
+        {"render hill.tin -o kept.png --grid-sphere 5,5,9,4 --sphere-step 30,91", 2, "--sphere-step"},
+        {"render hill.tin -o kept.png --grid-sphere 5,5,9,4 --sphere-step 1e-9,15", 2, "larger steps"},
+        {"render hill.tin -o kept.png --grid-sphere 5,5,9,4 --sphere-zero north", 2, "--sphere-zero"},
+        {"render hill.tin -o kept.png --sphere-step 30,15", 2, "need --grid-sphere"},
+        {"pick hill.tin 800,500 --grid-sphere 5000,5,9,4", 2, "check station and radius"},
         {"pick hill.tin", 2, "PIXEL"},
         {"pick hill.tin 5", 2, "column and the row"},
         {"pick hill.tin 5,five", 2, "column and the row"},
@@ -394,16 +564,10 @@ TEST_F(ViewProgram, RefusesNonsenseInOneLineAndLeavesFilesAlone)
         {"pick missing.tin 0,0", 1, "missing.tin"},
     };
     for (const auto& c : aCase) {
-        SCOPED_TRACE(c.arguments);
-        const Result result = Run(c.arguments);
-        EXPECT_EQ(result.status, c.status);
-        EXPECT_EQ(result.out, "");
-        EXPECT_EQ(result.err.rfind("qsvtin: ", 0), 0u) << result.err;
-        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
-        EXPECT_NE(result.err.find(c.message), std::string::npos) << result.err;
+        ExpectRefusal(c.arguments, c.status, c.message);
         EXPECT_EQ(Get("kept.png"), "kept");
     }
-    EXPECT_EQ(Count(), 6);   // what was put there, the TIN and the two logs
+    EXPECT_EQ(Count(), 9);   // what was put there, the TIN and the two logs
 }
 
 }   // namespace

@@ -45,7 +45,7 @@ void RunPick(const PickOptions& options)
 {
     const PictureOptions picture = options.view.Picture();
     double x = 0.0, y = 0.0;
-    if (!ReadPair(options.pixel, ',', x, y) || x != std::floor(x) || y != std::floor(y)) {
+    if (!ReadNumbers(options.pixel, ',', {&x, &y}) || x != std::floor(x) || y != std::floor(y)) {
         throw Failure("PIXEL " + options.pixel + ": give the column and the row of a pixel, such as 800,500",
                       Failure::BadUsage);
     }

@@ -2,13 +2,17 @@
 
 #include "host/extension.h"
 #include "host/failure.h"
+#include "host/input/breakline_text.h"
 #include "host/output/safe_file.h"
+#include "host/say.h"
+#include "host/view/drape.h"
 #include "host/view/view_options.h"
 #include "host/view/view_picture.h"
 
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace qsvtin {
 
@@ -16,25 +20,60 @@ namespace {
 
 struct RenderOptions {
     ViewOptions view;
+    std::vector<std::string> breaklines;
+    std::string texture;
     bool noEdges = false;
     std::string title;
     std::string output;
 };
 
+void RefuseInput(const RenderOptions& options)
+{
+    std::vector<std::string> inputs = options.breaklines;
+    inputs.push_back(options.view.tin.file);
+    inputs.push_back(options.texture);
+    for (const std::string& input : inputs) {
+        std::error_code missing;
+        if (std::filesystem::equivalent(options.output, input, missing)) {
+            throw Failure("-o " + options.output + " would overwrite the input; name another file",
+                          Failure::BadUsage);
+        }
+    }
+}
+
+std::vector<Path> ReadLines(const std::vector<std::string>& files)
+{
+    std::vector<Path> lines;
+    for (const std::string& file : files) {
+        TextFile text(file);
+        std::vector<BadLine> bad;
+        for (const Breakline& line : ReadBreaklines(text, bad).lines) {
+            lines.push_back(line.points);
+        }
+        if (bad.empty()) continue;
+        const BadLine& first = bad.front();
+        throw Failure(first.file + ":" + std::to_string(first.line) + ": " + first.reason + "; fix the line");
+    }
+    return lines;
+}
+
 void RunRender(const RenderOptions& options)
 {
     PictureOptions picture = options.view.Picture();
     picture.edges = !options.noEdges;
-    const std::string& path = options.output;
-    CheckPicturePath(path);
-    std::error_code missing;
-    if (std::filesystem::equivalent(path, options.view.tin.file, missing)) {
-        throw Failure("-o " + path + " would overwrite the input; name another file", Failure::BadUsage);
+    CheckPicturePath(options.output);
+    RefuseInput(options);
+    CheckTarget(options.output);
+    Scene scene = options.view.ReadScene();
+    const std::vector<Path> lines = ReadLines(options.breaklines);
+    scene.breaklines = Drape(scene, lines);
+    if (!lines.empty() && scene.breaklines.empty()) {
+        Note("no breakline of " + options.breaklines.front() +
+             " lies on the terrain; are they of this place?");
     }
-    CheckTarget(path);
-    const Scene scene = options.view.ReadScene();
+    if (!options.texture.empty()) scene.texture.emplace(options.texture);
     picture.title = OnOneLine(options.title.empty() ? StemOf(options.view.tin.file) : options.title);
-    SafeFile file(path);
+    SafeFile file(options.output);
     WriteView(scene, picture, file);
     file.Finish();
     file.TakePlace();
@@ -46,6 +85,13 @@ void DeclareRender(CLI::App& app)
 {
     const auto options = std::make_shared<RenderOptions>();
     options->view.Declare(app);
+    app.add_option("--breaklines", options->breaklines,
+                   "text file of lines to draw on the surface, as for qsvtin build; may be repeated")
+        ->allow_extra_args(false)
+        ->type_name("FILE");
+    app.add_option("--texture", options->texture,
+                   "picture to drape over the surface, .png: north up, as wide and as high as the TIN")
+        ->type_name("IMAGE");
     app.add_flag("--no-edges", options->noEdges, "leave out the edges of the triangles");
     app.add_option("--title", options->title, "title of the picture (the name of the file)")
         ->type_name("TEXT");

@@ -56,18 +56,8 @@ void DrawSurface(Pen& pen, const PlanView& view, const PageLayout& page, double 
     const int height = static_cast<int>(std::ceil(page.map.height * pixelsPerPoint));
     const PlanToPicture toPixels{page.mapWest, page.mapNorth, page.toPage.scale * pixelsPerPoint};
     Relief relief = DrawRelief(view, toPixels, width, height, exaggeration);
-    cairo_surface_t* const picture =
-        cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(relief.pixels.data()),
-                                            CAIRO_FORMAT_ARGB32, width, height, 4 * width);
-    cairo_save(pen.Get());
-    cairo_translate(pen.Get(), page.map.left, page.map.top);
-    cairo_scale(pen.Get(), 1.0 / pixelsPerPoint, 1.0 / pixelsPerPoint);
-    cairo_set_source_surface(pen.Get(), picture, 0.0, 0.0);
-    cairo_pattern_set_filter(cairo_get_source(pen.Get()), CAIRO_FILTER_NEAREST);
-    cairo_paint(pen.Get());
-    cairo_restore(pen.Get());
-    cairo_surface_finish(picture);   // the pixels end with this function; cairo copies what it still needs
-    cairo_surface_destroy(picture);
+    pen.Pixels(relief.pixels, width, height,
+               {page.map.left, page.map.top, width / pixelsPerPoint, height / pixelsPerPoint});
 }
 
 void DrawEdges(Pen& pen, const PlanView& view, const PageLayout& page)

@@ -1,5 +1,6 @@
 #include "host/output/map_margin.h"
 
+#include "host/output/map_signs.h"
 #include "host/output/round_steps.h"
 
 #include <algorithm>
@@ -37,58 +38,6 @@ void DrawNote(Pen& pen, const PageLayout& page, double exaggeration)
     pen.Font(7.0);
     pen.Colour(kSoftInk);
     pen.Text(page.map.Right(), page.footer.top + 13.0, note, Align::Right);
-}
-
-// Colours of the heights, highest above, with round heights beside them.
-double DrawHeightScale(Pen& pen, const PlanView& view, const PageLayout& page)
-{
-    constexpr double kWidth = 13.0, kLabelSpacing = 26.0;
-    const double length = std::clamp(0.55 * page.map.height, 110.0, 260.0);
-    const Rect bar{page.legend.left + 20.0, page.legend.top + 16.0, kWidth, length};
-    pen.Colour(kInk);
-    pen.Font(8.0, true);
-    pen.Text(bar.left, page.legend.top + 8.0, "Height");
-
-    cairo_pattern_t* const tints = cairo_pattern_create_linear(0.0, bar.Bottom(), 0.0, bar.top);
-    for (int i = 0; i <= 64; ++i) {
-        const Rgb tint = HeightTint(view.high.z > view.low.z ? i / 64.0 : 0.5);
-        cairo_pattern_add_color_stop_rgb(tints, i / 64.0, tint.r, tint.g, tint.b);
-    }
-    cairo_set_source(pen.Get(), tints);
-    pen.Fill(bar);
-    cairo_pattern_destroy(tints);
-    pen.Colour(kInk);
-    pen.Outline(bar, 0.6);
-
-    const double range = view.high.z - view.low.z;
-    const double step = RoundStepAtLeast(range * kLabelSpacing / length);
-    pen.Font(7.5);
-    for (const double height : MultiplesBetween(view.low.z, view.high.z, step)) {
-        const double y =
-            range > 0.0 ? bar.Bottom() - (height - view.low.z) / range * length : bar.top + length / 2.0;
-        pen.Line(bar.Right(), y, bar.Right() + 3.0, y);
-        pen.Stroke(0.6);
-        pen.Text(bar.Right() + 6.0, y + 2.7, WithDecimalsOf(step, height));
-    }
-    return bar.Bottom();
-}
-
-// North is up: an arrow at the foot of the column beside the map.
-void DrawNorthArrow(Pen& pen, const PageLayout& page)
-{
-    constexpr double kLength = 30.0, kHalfWidth = 5.5;
-    const double x = page.legend.left + 26.5, foot = page.map.Bottom() - 2.0, tip = foot - kLength;
-    pen.Colour(kInk);
-    cairo_move_to(pen.Get(), x, tip);
-    cairo_line_to(pen.Get(), x + kHalfWidth, foot);
-    cairo_line_to(pen.Get(), x, foot - 7.0);
-    cairo_close_path(pen.Get());
-    cairo_fill_preserve(pen.Get());
-    cairo_line_to(pen.Get(), x - kHalfWidth, foot);
-    cairo_line_to(pen.Get(), x, foot - 7.0);
-    pen.Stroke(0.6);
-    pen.Font(8.5, true);
-    pen.Text(x, tip - 4.0, "N", Align::Centre);
 }
 
 }   // namespace
@@ -143,23 +92,21 @@ void DrawFrame(Pen& pen, const PlanView& view, const PageLayout& page)
 
 void DrawLegend(Pen& pen, const PlanView& view, const PageLayout& page)
 {
-    const double left = page.legend.left + 20.0;
-    double y = DrawHeightScale(pen, view, page) + 24.0;
-    pen.Font(8.0);
+    constexpr double kUnit = 0.52;   // of the signs, in points
+    const double left = page.legend.left + 20.0, length = std::clamp(0.55 * page.map.height, 110.0, 260.0);
+    const Rect bar{left, page.legend.top + 16.0, 13.0, length};
+    DrawHeightScale(pen, bar, view.low.z, view.high.z, kUnit);
+    double y = bar.Bottom() + 24.0;
     if (!view.lines.empty()) {
-        pen.Colour(kBreakline);
-        pen.Line(left, y, left + 13.0, y);
-        pen.Stroke(1.2);
-        pen.Colour(kInk);
-        pen.Text(left + 19.0, y + 2.8, "breakline");
+        DrawLineSign(pen, left, y, kBreakline, "breakline", kUnit);
         y += 15.0;
     }
     if (!view.crossings.empty()) {
-        pen.Mark(left + 6.5, y, 1.9, kCrossing);
+        pen.Mark(left + 6.0, y, 1.9, kCrossing);
         pen.Colour(kInk);
-        pen.Text(left + 19.0, y + 2.8, "crossing");
+        pen.Text(left + 16.0, y + 2.8, "crossing");
     }
-    DrawNorthArrow(pen, page);
+    DrawNorthArrow(pen, left + 6.5, page.map.Bottom() - 16.0, 0.0, 1.0, kUnit);
 }
 
 void DrawFooter(Pen& pen, const PageLayout& page, double exaggeration)

@@ -19,13 +19,13 @@ constexpr std::array kStops = {
     Stop{0.92, {0.735, 0.600, 0.535}}, Stop{1.00, {0.945, 0.925, 0.905}},
 };
 
+}   // namespace
+
 Rgb Mix(const Rgb& from, const Rgb& to, double share)
 {
     return {from.r + share * (to.r - from.r), from.g + share * (to.g - from.g),
             from.b + share * (to.b - from.b)};
 }
-
-}   // namespace
 
 Rgb HeightTint(double t)
 {

@@ -10,6 +10,9 @@ struct Rgb {
     double b = 0.0;
 };
 
+/// The colour that lies this share of the way from one to the other.
+Rgb Mix(const Rgb& from, const Rgb& to, double share);
+
 /// Tint of a height: from green lowlands over straw and brown to pale summits.
 /// @param t  0 for the lowest, 1 for the highest place; values beyond count as these
 Rgb HeightTint(double t);

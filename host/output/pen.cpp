@@ -45,6 +45,21 @@ void Pen::Stroke(double width)
     cairo_stroke(Get());
 }
 
+void Pen::Pixels(std::vector<std::uint32_t>& pixels, int width, int height, const Rect& where)
+{
+    cairo_surface_t* const picture = cairo_image_surface_create_for_data(
+        reinterpret_cast<unsigned char*>(pixels.data()), CAIRO_FORMAT_ARGB32, width, height, 4 * width);
+    cairo_save(Get());
+    cairo_translate(Get(), where.left, where.top);
+    cairo_scale(Get(), where.width / width, where.height / height);
+    cairo_set_source_surface(Get(), picture, 0.0, 0.0);
+    cairo_pattern_set_filter(cairo_get_source(Get()), CAIRO_FILTER_NEAREST);
+    cairo_paint(Get());
+    cairo_restore(Get());
+    cairo_surface_finish(picture);   // the pixels may go now; cairo copies what it still needs
+    cairo_surface_destroy(picture);
+}
+
 void Pen::Mark(double x, double y, double radius, const Rgb& colour)
 {
     cairo_new_sub_path(Get());
@@ -62,6 +77,13 @@ void Pen::Font(double size, bool bold)
     cairo_set_font_size(Get(), size);
 }
 
+double Pen::Ascent() const
+{
+    cairo_text_extents_t extents;
+    cairo_text_extents(Get(), "0", &extents);
+    return extents.height;
+}
+
 double Pen::TextWidth(const std::string& text) const
 {
     cairo_text_extents_t extents;
@@ -74,6 +96,18 @@ void Pen::Text(double x, double y, const std::string& text, Align align)
     const double share = align == Align::Left ? 0.0 : align == Align::Right ? 1.0 : 0.5;
     cairo_move_to(Get(), x - share * TextWidth(text), y);
     cairo_show_text(Get(), text.c_str());
+}
+
+void Pen::TextWithHalo(double x, double y, const std::string& text, const Rgb& colour)
+{
+    cairo_new_path(Get());
+    cairo_move_to(Get(), x, y);
+    cairo_text_path(Get(), text.c_str());
+    Colour(kWhite, 0.85);
+    cairo_set_line_width(Get(), 0.45 * Ascent());
+    cairo_stroke_preserve(Get());
+    Colour(colour);
+    cairo_fill(Get());
 }
 
 void Pen::TextUpwards(double x, double y, const std::string& text)

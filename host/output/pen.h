@@ -6,8 +6,10 @@
 
 #include <cairo.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace qsvtin {
 
@@ -36,13 +38,20 @@ public:
     /// Adds a line to the path that the next Stroke draws.
     void Line(double x1, double y1, double x2, double y2);
     void Stroke(double width);
+    /// Draws a picture into a rectangle, pixel beside pixel.
+    /// @param pixels  width x height, rows from above, each 0xAARRGGBB with the colour multiplied by alpha
+    void Pixels(std::vector<std::uint32_t>& pixels, int width, int height, const Rect& where);
     /// A small filled circle with a rim.
     void Mark(double x, double y, double radius, const Rgb& colour);
 
     void Font(double size, bool bold = false);
+    /// How far digits of the font reach above the base line.
+    double Ascent() const;
     double TextWidth(const std::string& text) const;
     /// Text with its base line at y.
     void Text(double x, double y, const std::string& text, Align align = Align::Left);
+    /// Text with a light rim, to be read over anything.
+    void TextWithHalo(double x, double y, const std::string& text, const Rgb& colour);
     /// Text that reads upwards, centred at y.
     void TextUpwards(double x, double y, const std::string& text);
     /// The text, cut at its end between characters until it fits.

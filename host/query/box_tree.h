@@ -14,6 +14,10 @@ struct Box {
     double north;
 
     bool Holds(double x, double y) const { return x >= west && x <= east && y >= south && y <= north; }
+    bool Touches(const Box& other) const
+    {
+        return west <= other.east && other.west <= east && south <= other.north && other.south <= north;
+    }
     void Extend(const Box& other);
     /// Square of the distance to a place; 0 inside.
     double SquaredDistance(double x, double y) const;
@@ -26,11 +30,18 @@ class BoxTree
 public:
     explicit BoxTree(const std::vector<Box>& boxes);
 
-    /// Visits the numbers of all boxes that hold a place.
+    /// Visits the numbers of all boxes that hold a place, and of some near it.
     template <class Visit>
     void VisitAt(double x, double y, Visit visit) const
     {
-        if (!m_nodes.empty()) VisitNode(0, x, y, visit);
+        VisitNodes([&](const Box& box) { return box.Holds(x, y); }, visit);
+    }
+
+    /// Visits the numbers of all boxes that touch a box, and of some near it.
+    template <class Visit>
+    void VisitTouching(const Box& wanted, Visit visit) const
+    {
+        VisitNodes([&](const Box& box) { return box.Touches(wanted); }, visit);
     }
 
     /// The item nearest to a place, the lowest of equally near ones.
@@ -57,14 +68,20 @@ private:
 
     std::size_t Build(const std::vector<Box>& boxes, std::size_t begin, std::size_t end);
 
-    template <class Visit>
-    void VisitNode(std::size_t n, double x, double y, Visit& visit) const
+    template <class Wanted, class Visit>
+    void VisitNodes(Wanted wanted, Visit& visit) const
+    {
+        if (!m_nodes.empty()) VisitNode(0, wanted, visit);
+    }
+
+    template <class Wanted, class Visit>
+    void VisitNode(std::size_t n, Wanted& wanted, Visit& visit) const
     {
         const Node& node = m_nodes[n];
-        if (!node.box.Holds(x, y)) return;
+        if (!wanted(node.box)) return;
         if (node.right != 0) {
-            VisitNode(n + 1, x, y, visit);
-            VisitNode(node.right, x, y, visit);
+            VisitNode(n + 1, wanted, visit);
+            VisitNode(node.right, wanted, visit);
             return;
         }
         for (std::size_t i = node.begin; i < node.end; ++i) {

@@ -1,6 +1,7 @@
 #ifndef QSVTIN_VIEW_PAINTER_H
 #define QSVTIN_VIEW_PAINTER_H
 
+#include "host/output/triangle_rows.h"
 #include "host/view/scene.h"
 #include "host/view/view_frame.h"
 
@@ -14,10 +15,22 @@ struct Drawing {
     std::vector<Seen> vertices;
     std::vector<std::array<int, 3>> triangles;
     std::vector<int> order;   ///< of the triangles, the farthest first
+    int scale = 1;            ///< its pixels for one of the frame, in each direction
+
+    const Seen& Corner(int triangle, std::size_t k) const
+    {
+        return vertices[static_cast<std::size_t>(triangles[static_cast<std::size_t>(triangle)][k])];
+    }
+    std::array<Dot, 3> CornersOf(int triangle) const
+    {
+        const Seen &a = Corner(triangle, 0), &b = Corner(triangle, 1), &c = Corner(triangle, 2);
+        return {{{a.x, a.y}, {b.x, b.y}, {c.x, c.y}}};
+    }
 };
 
 /// Brings every vertex into the picture and orders the triangles for painting.
-Drawing MakeDrawing(const Scene& scene, const ViewFrame& frame);
+/// @param scale  1 for the frame's own pixels, or how many finer ones there are for each
+Drawing MakeDrawing(const Scene& scene, const ViewFrame& frame, int scale = 1);
 
 /// Rows of samples, from above, each with the triangle that is seen there, -1 for none.
 struct Band {

@@ -1,5 +1,7 @@
 #include "host/view/painting_order.h"
 
+#include "host/query/box_tree.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -19,13 +21,7 @@ double DoubledArea(const Seen& a, const Seen& b, const Seen& c)
     return (b.x - a.x) * (c.y - a.y) - (c.x - a.x) * (b.y - a.y);
 }
 
-struct Box {
-    double left;
-    double right;
-    double top;
-    double bottom;
-};
-
+// Over the picture: the y of its south side is the least.
 Box BoxOf(const Triangle& t)
 {
     const auto [left, right] = std::minmax({t[0].x, t[1].x, t[2].x});
@@ -95,76 +91,6 @@ double FartherBy(const Triangle& p, const Triangle& q)
     return sum;
 }
 
-// Calls a function for every pair of boxes that touch, by way of a grid of cells.
-class BoxGrid
-{
-public:
-    explicit BoxGrid(const std::vector<Box>& boxes) : m_boxes(boxes)
-    {
-        Box all{HUGE_VAL, -HUGE_VAL, HUGE_VAL, -HUGE_VAL};
-        for (const Box& box : boxes) {
-            all = {std::min(all.left, box.left), std::max(all.right, box.right), std::min(all.top, box.top),
-                   std::max(all.bottom, box.bottom)};
-        }
-        m_left = all.left;
-        m_top = all.top;
-        const double side = std::max(all.right - all.left, all.bottom - all.top);
-        m_across = static_cast<int>(std::clamp(std::sqrt(static_cast<double>(boxes.size())), 1.0, 2000.0));
-        m_cellsAPixel = side > 0.0 ? m_across / side : 0.0;
-        m_cells.resize(static_cast<std::size_t>(m_across) * static_cast<std::size_t>(m_across));
-        for (std::size_t i = 0; i < boxes.size(); ++i) {
-            for (int row = Row(boxes[i].top); row <= Row(boxes[i].bottom); ++row) {
-                for (int column = Column(boxes[i].left); column <= Column(boxes[i].right); ++column) {
-                    m_cells[Cell(column, row)].push_back(static_cast<int>(i));
-                }
-            }
-        }
-    }
-
-    template <class Visit>
-    void ForEachPair(Visit visit) const
-    {
-        for (std::size_t cell = 0; cell < m_cells.size(); ++cell) {
-            for (std::size_t i = 0; i < m_cells[cell].size(); ++i) {
-                for (std::size_t j = i + 1; j < m_cells[cell].size(); ++j) {
-                    const int p = m_cells[cell][i], q = m_cells[cell][j];
-                    if (MeetIn(cell, m_boxes[static_cast<std::size_t>(p)],
-                               m_boxes[static_cast<std::size_t>(q)]))
-                        visit(p, q);
-                }
-            }
-        }
-    }
-
-private:
-    int Line(double distance) const
-    {
-        return std::clamp(static_cast<int>(distance * m_cellsAPixel), 0, m_across - 1);
-    }
-    int Column(double x) const { return Line(x - m_left); }
-    int Row(double y) const { return Line(y - m_top); }
-    std::size_t Cell(int column, int row) const
-    {
-        return static_cast<std::size_t>(row) * static_cast<std::size_t>(m_across) +
-               static_cast<std::size_t>(column);
-    }
-
-    // True in one of the cells that two boxes share: that of the upper left corner of what they share.
-    bool MeetIn(std::size_t cell, const Box& a, const Box& b) const
-    {
-        const double left = std::max(a.left, b.left), top = std::max(a.top, b.top);
-        if (left > std::min(a.right, b.right) || top > std::min(a.bottom, b.bottom)) return false;
-        return Cell(Column(left), Row(top)) == cell;
-    }
-
-    const std::vector<Box>& m_boxes;
-    std::vector<std::vector<int>> m_cells;
-    double m_left = 0.0;
-    double m_top = 0.0;
-    double m_cellsAPixel = 0.0;
-    int m_across = 1;
-};
-
 // The triangles as a TIN over the picture, counter-clockwise with y upwards.
 CTin FlatTin(const Scene& scene, const std::vector<Seen>& vertices)
 {
@@ -199,12 +125,16 @@ std::vector<std::vector<int>> FindFollowers(const Scene& scene, const std::vecto
         boxes.push_back(BoxOf(triangle));
     }
     std::vector<std::vector<int>> followers(triangles.size());
-    BoxGrid(boxes).ForEachPair([&](int p, int q) {
-        const double farther =
-            FartherBy(triangles[static_cast<std::size_t>(p)], triangles[static_cast<std::size_t>(q)]);
-        if (farther > 0.0) followers[static_cast<std::size_t>(p)].push_back(q);
-        if (farther < 0.0) followers[static_cast<std::size_t>(q)].push_back(p);
-    });
+    const BoxTree tree(boxes);
+    for (std::size_t p = 0; p < triangles.size(); ++p) {
+        tree.VisitTouching(boxes[p], [&](int visited) {
+            const std::size_t q = static_cast<std::size_t>(visited);
+            if (q <= p || !boxes[p].Touches(boxes[q])) return;   // each pair once
+            const double farther = FartherBy(triangles[p], triangles[q]);
+            if (farther > 0.0) followers[p].push_back(static_cast<int>(q));
+            if (farther < 0.0) followers[q].push_back(static_cast<int>(p));
+        });
+    }
     return followers;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 namespace qsvtin {
 
@@ -23,6 +24,42 @@ void FindRange(const CTin& tin, Scene& scene)
     scene.high = high.z;
 }
 
+// The edges without a neighbour, joined end to start.
+std::vector<Path> OutlineOf(const CTin& tin)
+{
+    std::multimap<int, int> edges;   // end by start
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        const CTriangle& triangle = tin.m_aTri[t];
+        for (int k = 0; k < 3; ++k) {
+            const int end = (k + 1) % 3;   // where the library keeps the neighbour
+            if (triangle.m_nNeighbor[end] < 0) edges.emplace(triangle.m_nVertex[k], triangle.m_nVertex[end]);
+        }
+    }
+    const auto at = [&](int v) {
+        return Position{tin.m_aVertex[v].x, tin.m_aVertex[v].y, tin.m_aVertex[v].z};
+    };
+    std::vector<Path> outline;
+    while (!edges.empty()) {
+        auto edge = edges.begin();
+        Path& path = outline.emplace_back(Path{at(edge->first)});
+        while (edge != edges.end()) {
+            const int end = edge->second;
+            path.push_back(at(end));
+            edges.erase(edge);
+            edge = edges.find(end);
+        }
+    }
+    return outline;
+}
+
+bool HasTextureCoordinates(const CTin& tin)
+{
+    for (int v = 0; v < tin.m_aVertex.GetSize(); ++v) {
+        if (tin.m_aVertex[v].tu != 0.0f || tin.m_aVertex[v].tv != 0.0f) return true;
+    }
+    return false;
+}
+
 }   // namespace
 
 Scene MakeScene(const CTin& tin, double exaggeration, std::optional<double> skirt)
@@ -37,11 +74,8 @@ Scene MakeScene(const CTin& tin, double exaggeration, std::optional<double> skir
         const Position at = scene.ToScene({vertex.x, vertex.y, vertex.z});
         vertex.SetXYZ(at.x, at.y, at.z);
     }
-    for (int t = 0; t < scene.groundTriangles; ++t) {
-        // The library keeps a neighbour in the slot where the shared edge ends.
-        const int* const neighbor = tin.m_aTri[t].m_nNeighbor;
-        scene.outer.push_back({neighbor[1] < 0, neighbor[2] < 0, neighbor[0] < 0});
-    }
+    scene.outline = OutlineOf(scene.tin);
+    if (!HasTextureCoordinates(tin)) scene.tin.UpdateTextureCoord();
     scene.tin.UpdateNormal();
     if (skirt) {
         // Walls would turn the mean normals along the outline to the side.

@@ -15,12 +15,6 @@ constexpr int kBandRows = 32;   // pixels: limits what the samples of a large pi
 constexpr Rgb kEarth = {0.56, 0.50, 0.44};       // of the skirt
 constexpr Rgb kUnderside = {0.52, 0.53, 0.57};   // of ground seen from below
 
-Rgb Mix(const Rgb& from, const Rgb& to, double share)
-{
-    return {from.r + share * (to.r - from.r), from.g + share * (to.g - from.g),
-            from.b + share * (to.b - from.b)};
-}
-
 double Between(double value, const std::array<double, 2>& range)
 {
     return value < range[0] ? range[0] : value > range[1] ? range[1] : value;
@@ -31,6 +25,11 @@ double ShadeOf(const CXYZ& normal)
     constexpr double kSteep = 0.02;   // a wall has no slope that could be lit
     const double up = std::max(std::fabs(normal.z), kSteep);
     return HillShade(-normal.x / up, -normal.y / up);
+}
+
+std::array<double, 3> Product(const std::array<double, 3>& a, const std::array<double, 3>& b)
+{
+    return {a[0] * b[0], a[1] * b[1], a[2] * b[2]};
 }
 
 bool IsFinite(const CXYZ& v)
@@ -51,77 +50,85 @@ SurfaceColours::SurfaceColours(const Scene& scene, const Drawing& drawing, const
     m_farthest = farthest->distance;
 }
 
-// The ground is smoother than its triangles, but a crease is real: light falls on a slope between the
-// triangle's own and the mean around each corner.
 double SurfaceColours::ShadeAt(int triangle, int corner) const
 {
-    constexpr double kSmooth = 0.65;
     const CXYZ& facet = m_scene.tin.m_aTriNormal[triangle];
     const CXYZ& mean = m_scene.tin.m_aVtNormal[m_scene.tin.m_aTri[triangle].m_nVertex[corner]];
     if (!IsFinite(facet)) return 1.0;
     if (triangle >= m_scene.groundTriangles || !IsFinite(mean)) return ShadeOf(facet);
-    return ShadeOf({facet.x + kSmooth * (mean.x - facet.x), facet.y + kSmooth * (mean.y - facet.y),
-                    facet.z + kSmooth * (mean.z - facet.z)});
+    return ShadeOf({facet.x + kSmoothShare * (mean.x - facet.x), facet.y + kSmoothShare * (mean.y - facet.y),
+                    facet.z + kSmoothShare * (mean.z - facet.z)});
 }
 
 void SurfaceColours::Prepare(int triangle)
 {
-    std::array<Seen, 3> c;
+    const std::array<Dot, 3> corners = m_drawing.CornersOf(triangle);
     std::array<double, 3> nearness, height, shade;
     for (std::size_t k = 0; k < 3; ++k) {
-        const int vertex = m_scene.tin.m_aTri[triangle].m_nVertex[k];
-        c[k] = m_drawing.vertices[static_cast<std::size_t>(vertex)];
-        nearness[k] = m_nearest / c[k].distance;
-        height[k] = m_scene.tin.m_aVertex[vertex].z / m_scene.exaggeration + m_scene.centre.z;
+        nearness[k] = m_nearest / m_drawing.Corner(triangle, k).distance;
+        height[k] = m_scene.Corner(triangle, static_cast<int>(k)).z / m_scene.exaggeration + m_scene.centre.z;
         shade[k] = ShadeAt(triangle, static_cast<int>(k));
     }
-    const double x1 = c[1].x - c[0].x, y1 = c[1].y - c[0].y, x2 = c[2].x - c[0].x, y2 = c[2].y - c[0].y;
-    const double doubledArea = x1 * y2 - x2 * y1;
-    const auto planeThrough = [&](double v0, double v1, double v2) {
-        const double alongX = ((v1 - v0) * y2 - (v2 - v0) * y1) / doubledArea;
-        const double alongY = ((v2 - v0) * x1 - (v1 - v0) * x2) / doubledArea;
-        return Plane{v0 - alongX * c[0].x - alongY * c[0].y, alongX, alongY};
-    };
-    const auto overDistance = [&](const std::array<double, 3>& v) {
-        return planeThrough(v[0] * nearness[0], v[1] * nearness[1], v[2] * nearness[2]);
-    };
     m_now.triangle = triangle;
-    m_now.underside = doubledArea > 0.0 && triangle < m_scene.groundTriangles;   // y runs down
-    m_now.nearness = planeThrough(nearness[0], nearness[1], nearness[2]);
-    m_now.height = overDistance(height);
-    m_now.shade = overDistance(shade);
+    m_now.underside = DoubledArea(corners) > 0.0 && triangle < m_scene.groundTriangles;   // y runs down
+    m_now.nearness = PlaneThrough(corners, nearness);
+    m_now.height = PlaneThrough(corners, Product(height, nearness));
+    m_now.shade = PlaneThrough(corners, Product(shade, nearness));
     m_now.heights = {std::min({height[0], height[1], height[2]}),
                      std::max({height[0], height[1], height[2]})};
     m_now.shades = {std::min({shade[0], shade[1], shade[2]}), std::max({shade[0], shade[1], shade[2]})};
-    PrepareLines(c, doubledArea);
+    PrepareTexture(corners, nearness);
+    PrepareLines(corners);
+}
+
+void SurfaceColours::PrepareTexture(const std::array<Dot, 3>& corners, const std::array<double, 3>& nearness)
+{
+    if (!m_scene.texture || m_now.triangle >= m_scene.groundTriangles) return;
+    std::array<double, 3> east, north;
+    std::array<Dot, 3> texels;
+    for (std::size_t k = 0; k < 3; ++k) {
+        const CXYZ& vertex = m_scene.Corner(m_now.triangle, static_cast<int>(k));
+        east[k] = vertex.tu;
+        north[k] = vertex.tv;
+        texels[k] = {east[k] * m_scene.texture->Width(), north[k] * m_scene.texture->Height()};
+    }
+    m_now.east = PlaneThrough(corners, Product(east, nearness));
+    m_now.north = PlaneThrough(corners, Product(north, nearness));
+    m_now.texels = std::sqrt(std::fabs(DoubledArea(texels) / DoubledArea(corners))) / m_samples;
 }
 
 // Edges fade out as triangles become too small to tell apart.
-void SurfaceColours::PrepareLines(const std::array<Seen, 3>& c, double doubledArea)
+void SurfaceColours::PrepareLines(const std::array<Dot, 3>& c)
 {
-    constexpr double kFirstArea = 90.0, kFullArea = 700.0, kEdge = 0.26, kOuter = 0.62;
+    constexpr double kFirstArea = 90.0, kFullArea = 700.0, kAlpha = 0.26;
     m_now.lines = {};
-    if (m_now.triangle >= m_scene.groundTriangles) return;
-    const double area = 0.5 * std::fabs(doubledArea) / (m_style.lineWidth * m_style.lineWidth);
+    if (!m_style.edges || m_now.triangle >= m_scene.groundTriangles) return;
+    const double area = 0.5 * std::fabs(DoubledArea(c)) / (m_style.lineWidth * m_style.lineWidth);
     const double share = std::clamp((area - kFirstArea) / (kFullArea - kFirstArea), 0.0, 1.0);
     for (std::size_t k = 0; k < 3; ++k) {
-        const Seen &a = c[k], &b = c[(k + 1) % 3];
+        const Dot &a = c[k], &b = c[(k + 1) % 3];
         const double dx = b.x - a.x, dy = b.y - a.y, length = std::hypot(dx, dy);
-        const bool outer = m_scene.outer[static_cast<std::size_t>(m_now.triangle)][k];
-        if (length == 0.0 || (!outer && !m_style.edges)) continue;
+        if (length == 0.0) continue;
         Line& line = m_now.lines[k];
         line.distance = {(a.x * dy - a.y * dx) / length, -dy / length, dx / length};
-        line.halfWidth = (outer ? 1.4 : 0.5) * m_style.lineWidth;
-        line.alpha = outer ? kOuter : kEdge * std::sqrt(share);
+        line.halfWidth = 0.5 * m_style.lineWidth;
+        line.alpha = kAlpha * std::sqrt(share);
     }
 }
 
-Rgb SurfaceColours::Ground(double height, double shade) const
+Rgb SurfaceColours::Ground(double x, double y, double nearness) const
 {
+    const double shade = Between(m_now.shade.At(x, y) / nearness, m_now.shades);
     if (m_now.triangle >= m_scene.groundTriangles) return Shaded(kEarth, 0.35 + 0.5 * shade);
     if (m_now.underside) return Shaded(kUnderside, std::min(shade, 0.9));
+    const double height = Between(m_now.height.At(x, y) / nearness, m_now.heights);
     const double range = m_scene.high - m_scene.low;
-    return Shaded(HeightTint(range > 0.0 ? (height - m_scene.low) / range : 0.5), shade);
+    const Rgb tint = HeightTint(range > 0.0 ? (height - m_scene.low) / range : 0.5);
+    if (!m_scene.texture) return Shaded(tint, shade);
+    constexpr double kLight = 0.55;   // a photograph has light of its own
+    const Rgb over = m_scene.texture->Over(tint, m_now.east.At(x, y) / nearness,
+                                           m_now.north.At(x, y) / nearness, m_now.texels);
+    return Shaded(over, 1.0 + kLight * (shade - 1.0));
 }
 
 Rgb SurfaceColours::At(int triangle, int column, int row)
@@ -129,8 +136,7 @@ Rgb SurfaceColours::At(int triangle, int column, int row)
     if (triangle != m_now.triangle) Prepare(triangle);
     const double x = (column + 0.5) / m_samples, y = (row + 0.5) / m_samples;
     const double nearness = m_now.nearness.At(x, y);
-    Rgb colour = Ground(Between(m_now.height.At(x, y) / nearness, m_now.heights),
-                        Between(m_now.shade.At(x, y) / nearness, m_now.shades));
+    Rgb colour = Ground(x, y, nearness);
     for (const Line& line : m_now.lines) {
         if (line.alpha > 0.0 && std::fabs(line.distance.At(x, y)) <= line.halfWidth)
             colour = Mix(colour, kInk, line.alpha);

@@ -13,13 +13,13 @@ namespace qsvtin {
 /// How the surface is coloured.
 struct SurfaceStyle {
     bool edges = true;        ///< draw the edges of triangles that are large enough to tell apart
-    double lineWidth = 1.0;   ///< of edges, in pixels
+    double lineWidth = 1.0;   ///< of edges, in pixels of the drawing
     Rgb haze;                 ///< what distant ground fades into
     double hazeShare = 0.0;   ///< of it at the greatest distance
 };
 
-/// Colours of the places in a drawing: tints of the height under light from the north-west, edges and the
-/// ends of the surface as lines that are part of their triangles, and so are hidden where these are.
+/// Colours of the places in a drawing: tints of the height, or a texture, under light from the north-west, and
+/// edges as lines that are part of their triangles, and so are hidden where these are.
 class SurfaceColours
 {
 public:
@@ -30,14 +30,6 @@ public:
     Rgb At(int triangle, int column, int row);
 
 private:
-    // A quantity over the picture: linear there when it is divided by the distance.
-    struct Plane {
-        double atOrigin = 0.0;
-        double alongX = 0.0;
-        double alongY = 0.0;
-
-        double At(double x, double y) const { return atOrigin + alongX * x + alongY * y; }
-    };
     // An edge as its distance from a place, in pixels, and how strongly it is drawn.
     struct Line {
         Plane distance;
@@ -47,19 +39,23 @@ private:
     struct Prepared {
         int triangle = -1;
         bool underside = false;
-        Plane nearness;
+        Plane
+            nearness;   // the other quantities are linear in the picture when they are divided by the distance
         Plane height;
         Plane shade;
-        std::array<double, 2>
-            heights;   // their range: a sliver's plane, tilted by rounding, does not leave it
+        Plane east;   // texture coordinates
+        Plane north;
+        double texels = 0.0;             // of the texture, along a sample
+        std::array<double, 2> heights;   // their range: a sliver's plane, tilted by rounding, keeps to it
         std::array<double, 2> shades;
         std::array<Line, 3> lines;
     };
 
     void Prepare(int triangle);
-    void PrepareLines(const std::array<Seen, 3>& corners, double doubledArea);
+    void PrepareTexture(const std::array<Dot, 3>& corners, const std::array<double, 3>& nearness);
+    void PrepareLines(const std::array<Dot, 3>& corners);
     double ShadeAt(int triangle, int corner) const;
-    Rgb Ground(double height, double shade) const;
+    Rgb Ground(double x, double y, double nearness) const;
 
     const Scene& m_scene;
     const Drawing& m_drawing;

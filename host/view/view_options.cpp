@@ -1,29 +1,22 @@
 #include "host/view/view_options.h"
 
 #include "host/failure.h"
+#include "host/input/fields.h"
 #include "host/input/tins.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
-#include <cstdlib>
 
 namespace qsvtin {
 
 namespace {
 
-// A whole text as a finite number. The program never leaves the "C" locale, so the point is the decimal sign.
-bool ReadNumber(const std::string& text, double& number)
-{
-    if (text.empty() || text.find_first_not_of("+-.0123456789eE") != std::string::npos) return false;
-    char* end = nullptr;
-    number = std::strtod(text.c_str(), &end);
-    return *end == '\0' && std::isfinite(number);
-}
-
 View ReadView(const std::string& text)
 {
     View view;
     if (text.empty()) return view;
-    if (!ReadPair(text, ',', view.azimuth, view.elevation) || std::fabs(view.azimuth) > 360.0) {
+    if (!ReadNumbers(text, ',', {&view.azimuth, &view.elevation}) || std::fabs(view.azimuth) > 360.0) {
         throw Failure("--view " + text + ": give two numbers of degrees, AZIMUTH,ELEVATION, such as 205,30",
                       Failure::BadUsage);
     }
@@ -40,13 +33,66 @@ bool IsSide(double pixels)
     return pixels >= 100.0 && pixels <= 10000.0 && pixels == std::floor(pixels);
 }
 
+struct ZeroName {
+    std::string_view name;
+    ZENITH_MODE mode;
+};
+constexpr std::array kZeroNames = {
+    ZeroName{"zenith", ZENITH_0_FULL},
+    ZeroName{"horizon", HORIZON_0_FULL},
+    ZeroName{"horizon-signed", HORIZON_0_SIGNED},
+    ZeroName{"nadir", NADIR_0_FULL},
+};
+
+ZENITH_MODE ReadZero(const std::string& text)
+{
+    if (text.empty()) return ZENITH_0_FULL;
+    const auto found = std::find_if(kZeroNames.begin(), kZeroNames.end(),
+                                    [&](const ZeroName& zero) { return zero.name == text; });
+    if (found == kZeroNames.end()) {
+        throw Failure("--sphere-zero " + text + ": give zenith, horizon, horizon-signed or nadir",
+                      Failure::BadUsage);
+    }
+    return found->mode;
+}
+
+GridSphere ReadSphere(const ViewOptions& options)
+{
+    GridSphere sphere;
+    Position& station = sphere.station;
+    if (!ReadNumbers(options.sphere, ',', {&station.x, &station.y, &station.z, &sphere.radius}) ||
+        !IsCoordinate(station.x) || !IsCoordinate(station.y) || !IsCoordinate(station.z)) {
+        throw Failure("--grid-sphere " + options.sphere +
+                          ": give the station and the radius as X,Y,Z,RADIUS, such as 4520.5,1210,385.2,50",
+                      Failure::BadUsage);
+    }
+    if (!(sphere.radius > 0.0 && IsCoordinate(sphere.radius))) {
+        throw Failure("--grid-sphere " + options.sphere + ": the radius must be above 0", Failure::BadUsage);
+    }
+    const std::string& step = options.sphereStep;
+    if (!step.empty() && !(ReadNumbers(step, ',', {&sphere.stepH, &sphere.stepV}) && sphere.stepH > 0.0 &&
+                           sphere.stepH <= 360.0 && sphere.stepV > 0.0 && sphere.stepV <= 90.0)) {
+        throw Failure("--sphere-step " + step +
+                          ": give two numbers of degrees, HORIZONTAL,VERTICAL, above 0 and up to 360 and 90, "
+                          "such as 30,15",
+                      Failure::BadUsage);
+    }
+    sphere.zero = ReadZero(options.sphereZero);
+    return sphere;
+}
+
 }   // namespace
 
-bool ReadPair(const std::string& text, char separator, double& first, double& second)
+bool ReadNumbers(std::string_view text, char separator, std::initializer_list<double*> numbers)
 {
-    const std::size_t between = text.find(separator);
-    return between != std::string::npos && ReadNumber(text.substr(0, between), first) &&
-           ReadNumber(text.substr(between + 1), second);
+    std::size_t left = numbers.size();
+    for (double* const number : numbers) {
+        const std::size_t end = --left > 0 ? text.find(separator) : text.size();
+        if (end == std::string_view::npos) return false;
+        if (!ParseNumber(text.substr(0, end), *number) || !std::isfinite(*number)) return false;
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return true;
 }
 
 void ViewOptions::Declare(CLI::App& app)
@@ -61,6 +107,15 @@ void ViewOptions::Declare(CLI::App& app)
     app.add_option("--exaggerate", exaggeration, "factor for heights (1)")->type_name("FACTOR");
     app.add_option("--skirt", skirt, "hang walls on the outline, down or up to this height")->type_name("Z");
     app.add_option("--size", size, "of the picture, in pixels (1600x1000)")->type_name("WIDTHxHEIGHT");
+    app.add_option("--grid-sphere", sphere,
+                   "draw a sphere around a station, ruled with the angles that an instrument reads there")
+        ->type_name("X,Y,Z,RADIUS");
+    app.add_option("--sphere-step", sphereStep, "degrees between its lines (30,15)")
+        ->type_name("HORIZONTAL,VERTICAL");
+    app.add_option("--sphere-zero", sphereZero,
+                   "where vertical angles are 0; those below the horizon read 270 to 360, or with "
+                   "horizon-signed -90 to 0 (zenith)")
+        ->type_name("zenith|horizon|horizon-signed|nadir");
 }
 
 PictureOptions ViewOptions::Picture() const
@@ -75,13 +130,18 @@ PictureOptions ViewOptions::Picture() const
         throw Failure("--skirt must be a height, such as 250", Failure::BadUsage);
     }
     double width = picture.width, height = picture.height;
-    if (!size.empty() && !(ReadPair(size, 'x', width, height) && IsSide(width) && IsSide(height))) {
+    if (!size.empty() && !(ReadNumbers(size, 'x', {&width, &height}) && IsSide(width) && IsSide(height))) {
         throw Failure("--size " + size +
                           ": give WIDTHxHEIGHT in pixels, 100 to 10000 each, such as 1600x1000",
                       Failure::BadUsage);
     }
     picture.width = static_cast<int>(width);
     picture.height = static_cast<int>(height);
+    if (!sphere.empty()) {
+        picture.sphere = ReadSphere(*this);
+    } else if (!sphereStep.empty() || !sphereZero.empty()) {
+        throw Failure("--sphere-step and --sphere-zero need --grid-sphere", Failure::BadUsage);
+    }
     return picture;
 }
 

@@ -7,8 +7,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include <initializer_list>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace qsvtin {
 
@@ -20,6 +22,9 @@ struct ViewOptions {
     double exaggeration = 1.0;
     std::optional<double> skirt;
     std::string size;
+    std::string sphere;
+    std::string sphereStep;
+    std::string sphereZero;
 
     void Declare(CLI::App& app);
     /// @throws Failure (bad usage) when they make no sense
@@ -28,8 +33,9 @@ struct ViewOptions {
     Scene ReadScene() const;
 };
 
-/// Two numbers with a sign between them: "205,30", "1600x1000". @return false when the text is anything else
-bool ReadPair(const std::string& text, char separator, double& first, double& second);
+/// Numbers with a sign between them: "205,30", "1600x1000".
+/// @return false when the text is anything else, or a number is not finite
+bool ReadNumbers(std::string_view text, char separator, std::initializer_list<double*> numbers);
 
 }   // namespace qsvtin
 

@@ -2,9 +2,11 @@
 #define QSVTIN_VIEW_VIEW_PICTURE_H
 
 #include "host/output/safe_file.h"
+#include "host/view/grid_sphere.h"
 #include "host/view/scene.h"
 #include "host/view/view_frame.h"
 
+#include <optional>
 #include <string>
 
 namespace qsvtin {
@@ -16,12 +18,14 @@ struct PictureOptions {
     int height = 1000;
     bool edges = true;
     std::string title;
+    std::optional<GridSphere> sphere;
 };
 
 /// The view of a scene that fills such a picture, beside the title and the legend.
+/// @throws Failure (bad usage) when the grid sphere would be all that is seen
 ViewFrame FrameOf(const Scene& scene, const PictureOptions& options);
 
-/// The scene from a point of view, with title, height legend and north arrow. The format follows the
+/// The scene from a point of view, with title, legend and north arrow. The format follows the
 /// extension of the file: .png, .svg or .pdf, as CheckPicturePath has found.
 void WriteView(const Scene& scene, const PictureOptions& options, SafeFile& file);
 
