@@ -37,8 +37,10 @@ void DrawTitle(Pen& pen, const Scene& scene, const PictureOptions& options)
 void DrawLegend(Pen& pen, const Scene& scene, const PictureOptions& options)
 {
     const double unit = UnitOf(options), left = options.width - 126.0 * unit;
-    const double length = std::min(300.0 * unit, 0.4 * options.height);
-    const Rect bar{left, (options.height - length) / 2.0, 20.0 * unit, length};
+    const double length = std::min(300.0 * unit, 0.36 * options.height);
+    // Half way up, but clear of the arrow below.
+    const double bottom = std::min((options.height + length) / 2.0, options.height - 205.0 * unit);
+    const Rect bar{left, bottom - length, 20.0 * unit, length};
     if (!scene.texture) DrawHeightScale(pen, bar, scene.low, scene.high, unit);
     const double y = scene.texture ? bar.top : bar.Bottom() + 34.0 * unit;
     if (!scene.breaklines.empty()) DrawLineSign(pen, left, y, kBreakline, "breakline", unit);

@@ -92,7 +92,7 @@ void FindHidden(std::vector<std::vector<Step>>& groups, const ViewFrame& frame, 
 // Shows what is hidden for so short a way that it is a matter of rounding, or would look like a fault.
 void CloseGaps(std::vector<Step>& steps)
 {
-    constexpr std::size_t kLongestGap = 4;   // steps
+    constexpr std::size_t kLongestGap = 8;   // steps
     for (std::size_t i = 0; i < steps.size();) {
         std::size_t end = i + 1;
         while (end < steps.size() && steps[end].hidden == steps[i].hidden && !steps[end].startsLine) ++end;
