@@ -2,11 +2,13 @@
 #include "host/commands/build.h"
 #include "host/commands/check.h"
 #include "host/commands/command.h"
+#include "host/commands/completion.h"
 #include "host/commands/convert.h"
 #include "host/commands/edit.h"
 #include "host/commands/height.h"
 #include "host/commands/info.h"
 #include "host/commands/join.h"
+#include "host/commands/manual.h"
 #include "host/commands/pick.h"
 #include "host/commands/polygon.h"
 #include "host/commands/render.h"
@@ -35,12 +37,34 @@ constexpr std::array kCommands = {
     qsvtin::Command{"edit", "Insert and delete points, trim, hang walls, merge", qsvtin::DeclareEdit},
     qsvtin::Command{"convert", "Convert between TIN files, models and pictures", qsvtin::DeclareConvert},
     qsvtin::Command{"join", "Put the TINs of several files into one", qsvtin::DeclareJoin},
+    qsvtin::Command{"manual", "Print the manual page", qsvtin::DeclareManual},
+    qsvtin::Command{"completion", "Print a script that completes commands and options in a shell",
+                    qsvtin::DeclareCompletion},
 };
 
 int Complain(const std::string& message, int status)
 {
     qsvtin::Note(message);
     return status;
+}
+
+// What to type for the help that fits: that of the command, once one was named.
+std::string HelpCommand(const CLI::App& app)
+{
+    const std::vector<CLI::App*> named = app.get_subcommands();
+    return "qsvtin " + (named.empty() ? "" : named.front()->get_name() + " ") + "--help";
+}
+
+// A word that is no command would only be missed as one.
+void RequireKnownCommand(int argc, char** argv)
+{
+    if (argc < 2 || argv[1][0] == '-') return;
+    const std::string name = argv[1];
+    if (std::none_of(kCommands.begin(), kCommands.end(),
+                     [&](const qsvtin::Command& command) { return name == command.name; })) {
+        throw qsvtin::Failure("there is no command " + name + "; see qsvtin --help",
+                              qsvtin::Failure::BadUsage);
+    }
 }
 
 // The arguments, last first, as they are parsed. A number such as -.5 would pass for an option.
@@ -60,17 +84,22 @@ int main(int argc, char** argv)
 {
     CLI::App app("Terrain from survey points and breaklines", "qsvtin");
     app.set_version_flag("--version", QSVTIN_VERSION);
+    app.footer("qsvtin COMMAND --help tells more of each, with an example. To begin with:\n"
+               "  qsvtin build points.txt --breaklines lines.txt -o site.tin -o site.png");
     app.require_subcommand(1);
     for (const qsvtin::Command& command : kCommands) {
-        command.declare(*app.add_subcommand(command.name, command.summary));
+        CLI::App& declared = *app.add_subcommand(command.name, command.summary);
+        declared.footer("");   // not that of the program
+        command.declare(declared);
     }
     try {
+        RequireKnownCommand(argc, argv);
         app.parse(ArgumentsOf(argc, argv));
         return 0;
     } catch (const CLI::Success& request) {
         return app.exit(request);   // help or version
     } catch (const CLI::ParseError& error) {
-        return Complain(std::string(error.what()) + "; see qsvtin --help", qsvtin::Failure::BadUsage);
+        return Complain(std::string(error.what()) + "; see " + HelpCommand(app), qsvtin::Failure::BadUsage);
     } catch (const qsvtin::Failure& failure) {
         return Complain(failure.what(), failure.status);
     } catch (const std::bad_alloc&) {

@@ -55,7 +55,7 @@ TEST_F(Program, RefusesNonsenseInOneLineAndLeavesFilesAlone)
         {"build hill.txt -o kept.obj -o folder/missing/x.png", 1, "folder/missing"},
         {"build hill.txt -o kept.obj -o x.dwg", 2, "x.dwg"},
         {"build kept.obj -o kept.obj", 2, "overwrite"},
-        {"build hill.txt", 2, "--output is required"},
+        {"build hill.txt", 2, "--output is required; see qsvtin build --help"},
         {"build -o kept.obj", 2, "no input"},
         {"build hill.txt -o kept.obj --eps 0", 2, "--eps"},
         {"build hill.txt -o kept.obj --eps nan", 2, "--eps"},
@@ -64,7 +64,7 @@ TEST_F(Program, RefusesNonsenseInOneLineAndLeavesFilesAlone)
         {"build hill.txt -o kept.obj --order zzz", 2, "--order zzz"},
         {"build hill.txt -o kept.obj --frobnicate", 2, "--frobnicate"},
         {"", 2, "--help"},
-        {"frobnicate", 2, "--help"},
+        {"frobnicate", 2, "there is no command frobnicate; see qsvtin --help"},
     };
     for (const auto& c : aCase) {
         SCOPED_TRACE(c.arguments);

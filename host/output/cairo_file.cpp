@@ -64,6 +64,9 @@ void WriteDrawing(SafeFile& file, double width, double height, double pixelsPerP
     const auto create =
         extension == ".svg" ? cairo_svg_surface_create_for_stream : cairo_pdf_surface_create_for_stream;
     const Surface surface(create(Receiver::Write, &receiver, width, height));
+    // Without the time of its making: the same drawing gives the same bytes.
+    if (extension == ".pdf")
+        cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE, nullptr);
     draw(surface.get());
     cairo_surface_finish(surface.get());
     Check(cairo_surface_status(surface.get()), receiver);

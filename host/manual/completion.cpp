@@ -1,0 +1,128 @@
+#include "host/manual/completion.h"
+
+#include "host/manual/usage.h"
+
+namespace qsvtin {
+
+namespace {
+
+// A word between single quotes, whatever it holds.
+std::string Quote(const std::string& text)
+{
+    std::string quoted = "'";
+    for (const char c : text) {
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
+    return quoted + "'";
+}
+
+std::string OptionWords(const Usage& usage)
+{
+    std::string words;
+    for (const OptionUsage& option : usage.options) {
+        if (!option.shortName.empty()) words += (words.empty() ? "-" : " -") + option.shortName;
+        if (!option.longName.empty()) words += (words.empty() ? "--" : " --") + option.longName;
+    }
+    return words;
+}
+
+std::string Bash(const CLI::App& program)
+{
+    std::string names, cases;
+    for (const Usage& command : CommandsOf(program)) {
+        names += command.name + " ";
+        cases += "        " + command.name + ") options=\"" + OptionWords(command) + "\" ;;\n";
+    }
+    return "# bash completion of qsvtin; what is neither a command nor an option is a file.\n"
+           "_qsvtin()\n"
+           "{\n"
+           "    local word=${COMP_WORDS[COMP_CWORD]} options=\n"
+           "    COMPREPLY=()\n"
+           "    if ((COMP_CWORD == 1)); then\n"
+           "        COMPREPLY=($(compgen -W \"" +
+           names + OptionWords(UsageOf(program)) +
+           "\" -- \"$word\"))\n"
+           "        return\n"
+           "    fi\n"
+           "    case ${COMP_WORDS[1]} in\n" +
+           cases +
+           "    esac\n"
+           "    if [[ $word == -* ]]; then\n"
+           "        COMPREPLY=($(compgen -W \"$options\" -- \"$word\"))\n"
+           "    fi\n"
+           "}\n"
+           "complete -o default -F _qsvtin qsvtin\n";
+}
+
+// What zsh's _describe takes: the word, a colon, what it is.
+std::string ZshItem(const std::string& word, const std::string& description)
+{
+    std::string escaped;
+    for (const char c : description) {
+        escaped += c == ':' || c == '\\' ? std::string("\\") + c : std::string(1, c);
+    }
+    return Quote(word + ":" + escaped);
+}
+
+std::string Zsh(const CLI::App& program)
+{
+    std::string names, cases;
+    for (const Usage& command : CommandsOf(program)) {
+        names += "        " + ZshItem(command.name, command.summary) + "\n";
+        cases += "        " + command.name + ") options=(\n";
+        for (const OptionUsage& option : command.options) {
+            const std::string word =
+                option.longName.empty() ? "-" + option.shortName : "--" + option.longName;
+            cases += "            " + ZshItem(word, option.description) + "\n";
+        }
+        cases += "        ) ;;\n";
+    }
+    return "#compdef qsvtin\n"
+           "_qsvtin() {\n"
+           "    local -a commands options\n"
+           "    commands=(\n" +
+           names +
+           "    )\n"
+           "    if (( CURRENT == 2 )); then\n"
+           "        _describe command commands\n"
+           "        return\n"
+           "    fi\n"
+           "    case $words[2] in\n" +
+           cases +
+           "    esac\n"
+           "    if [[ $words[CURRENT] == -* ]]; then\n"
+           "        _describe option options\n"
+           "    else\n"
+           "        _files\n"
+           "    fi\n"
+           "}\n"
+           "_qsvtin \"$@\"\n";
+}
+
+std::string Fish(const CLI::App& program)
+{
+    std::string text = "# fish completion of qsvtin\n";
+    for (const Usage& command : CommandsOf(program)) {
+        text += "complete -c qsvtin -n __fish_use_subcommand -f -a " + command.name + " -d " +
+                Quote(command.summary) + "\n";
+        for (const OptionUsage& option : command.options) {
+            text += "complete -c qsvtin -n '__fish_seen_subcommand_from " + command.name + "'" +
+                    (option.shortName.empty() ? "" : " -s " + option.shortName) +
+                    (option.longName.empty() ? "" : " -l " + option.longName) +
+                    (option.value.empty() ? "" : " -r") + " -d " + Quote(option.description) + "\n";
+        }
+    }
+    return text;
+}
+
+}   // namespace
+
+std::string CompletionFor(const std::string& shell, const CLI::App& program)
+{
+    if (shell == "bash") return Bash(program);
+    if (shell == "zsh") return Zsh(program);
+    if (shell == "fish") return Fish(program);
+    return "";
+}
+
+}   // namespace qsvtin

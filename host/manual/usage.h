@@ -1,0 +1,47 @@
+#ifndef QSVTIN_MANUAL_USAGE_H
+#define QSVTIN_MANUAL_USAGE_H
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+namespace qsvtin {
+
+/// One option of a command, as its help knows it.
+struct OptionUsage {
+    std::string longName;    ///< without dashes; empty when there is none
+    std::string shortName;   ///< without dash; empty when there is none
+    std::string value;       ///< what the value is; empty for a flag
+    std::string description;
+    bool required = false;
+
+    /// "-o, --output", for instance.
+    std::string Names() const;
+};
+
+/// One argument that goes by its place.
+struct ArgumentUsage {
+    std::string name;
+    std::string description;
+    bool required = false;
+    bool repeated = false;
+};
+
+/// One command, or the program itself.
+struct Usage {
+    std::string name;
+    std::string summary;
+    std::vector<ArgumentUsage> arguments;
+    std::vector<OptionUsage> options;
+    std::string footer;   ///< what ends the help: examples
+};
+
+/// What was declared for a command, or for the program.
+Usage UsageOf(const CLI::App& app);
+/// The commands of the program, in the order of its help.
+std::vector<Usage> CommandsOf(const CLI::App& program);
+
+}   // namespace qsvtin
+
+#endif
