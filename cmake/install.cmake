@@ -45,7 +45,7 @@ if(TARGET qsvtin)
   install(TARGETS qsvtin RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
   if(TARGET qsvtin_manual)
     set(qsv_manual_dir ${PROJECT_BINARY_DIR}/host/generated)
-    install(FILES ${qsv_manual_dir}/qsvtin.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
+    install(FILES ${qsv_manual_dir}/qsvtin.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
     install(FILES ${qsv_manual_dir}/qsvtin.bash RENAME qsvtin
       DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)
     install(FILES ${qsv_manual_dir}/qsvtin.zsh RENAME _qsvtin

@@ -4,7 +4,7 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME qsv-3dprocess)
 set(CPACK_PACKAGE_CONTACT "QSV_3DPROCESS developers <qsv-3dprocess@example.invalid>" CACHE STRING
   "Name and address that packages carry")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")   # each package has its own, below
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
@@ -21,28 +21,33 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR})
 
-set(qsv_about "QSV_3DPROCESS turns survey points and breaklines into a triangulated terrain, edits it, asks it for
- heights, areas and normals, draws it and stores it. The same points give the same triangles everywhere.
- .
-")
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+
+# The first line is the summary of the package.
+set(qsv_about "QSV_3DPROCESS turns survey points and breaklines into a triangulated
+terrain, edits it, asks it for heights, areas and normals, draws it and
+stores it. The same points give the same triangles everywhere.")
+
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libqsv-3dprocess${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS ON)
-set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "Triangulated terrain from survey points and breaklines
-${qsv_about} This package holds the dynamic library.")
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "triangulated terrain from survey points and breaklines
+${qsv_about}
+This package holds the dynamic library.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libqsv-3dprocess-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Triangulated terrain, for those who build on it
-${qsv_about} This package holds the headers, a CMake package and a pkg-config file.")
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "triangulated terrain, for those who build on it
+${qsv_about}
+This package holds the headers, a CMake package and a pkg-config file.")
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
 
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME qsvtin)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SHLIBDEPS ON)
-set(CPACK_COMPONENT_TOOL_DESCRIPTION "Triangulated terrain from the command line
-${qsv_about} This package holds qsvtin, which works with files, its manual page, and completion for shells.")
+set(CPACK_COMPONENT_TOOL_DESCRIPTION "triangulated terrain from the command line
+${qsv_about}
+This package holds qsvtin, its manual page, and completion for shells.")
 set(CPACK_COMPONENT_TOOL_DEPENDS runtime)
 
 include(CPack)

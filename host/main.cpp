@@ -12,6 +12,7 @@
 #include "host/commands/pick.h"
 #include "host/commands/polygon.h"
 #include "host/commands/render.h"
+#include "host/commands/view.h"
 #include "host/failure.h"
 #include "host/say.h"
 
@@ -34,6 +35,7 @@ constexpr std::array kCommands = {
     qsvtin::Command{"area", "Tell the area of the surface", qsvtin::DeclareArea},
     qsvtin::Command{"render", "Draw a TIN from any direction", qsvtin::DeclareRender},
     qsvtin::Command{"pick", "Tell what lies under a pixel of a drawn TIN", qsvtin::DeclarePick},
+    qsvtin::Command{"view", "Write a page that shows a TIN in a browser", qsvtin::DeclareView},
     qsvtin::Command{"edit", "Insert and delete points, trim, hang walls, merge", qsvtin::DeclareEdit},
     qsvtin::Command{"convert", "Convert between TIN files, models and pictures", qsvtin::DeclareConvert},
     qsvtin::Command{"join", "Put the TINs of several files into one", qsvtin::DeclareJoin},

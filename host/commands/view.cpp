@@ -1,0 +1,88 @@
+#include "host/commands/view.h"
+
+#include "host/commands/options.h"
+#include "host/extension.h"
+#include "host/failure.h"
+#include "host/input/breakline_text.h"
+#include "host/output/writers.h"
+#include "host/terrain/loaded.h"
+#include "host/viewer/page.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace qsvtin {
+
+namespace {
+
+struct ViewPageOptions {
+    TinChoice choice;
+    std::vector<std::string> breaklines;
+    double exaggeration = 1.0;
+    std::string title;
+    std::string output;
+};
+
+void CheckOptions(const ViewPageOptions& options)
+{
+    if (!HasViewer()) {
+        throw Failure(
+            "this qsvtin was built without the viewer; install npm, configure with -DQSV_VIEWER=ON and "
+            "build it again, or draw a picture with qsvtin render");
+    }
+    if (ExtensionOf(options.output) != ".html") {
+        throw Failure("-o " + options.output + ": the page is HTML; end its name in .html",
+                      Failure::BadUsage);
+    }
+    if (!(options.exaggeration >= 1.0 && options.exaggeration <= 10.0)) {
+        throw Failure("--exaggerate must be from 1 to 10", Failure::BadUsage);
+    }
+    CheckTarget(options.output);
+}
+
+std::vector<Breakline> ReadLines(const std::vector<std::string>& paths)
+{
+    std::vector<Breakline> lines;
+    for (const std::string& path : paths) {
+        TextFile text(path);
+        std::vector<BadLine> bad;
+        const BreaklineFile file = ReadBreaklines(text, bad);
+        if (!bad.empty()) {
+            throw Failure(path + ":" + std::to_string(bad[0].line) + ": " + bad[0].reason + "; fix the line");
+        }
+        lines.insert(lines.end(), file.lines.begin(), file.lines.end());
+    }
+    return lines;
+}
+
+void RunView(const ViewPageOptions& options)
+{
+    CheckOptions(options);
+    const TinFile file = ReadTins(options.choice.file);
+    const int chosen = ChooseTin(file, options.choice.tin);
+    RequireUsable(file, chosen);
+    PageOptions page{options.title, options.exaggeration, ReadLines(options.breaklines)};
+    if (page.title.empty()) page.title = StemOf(options.choice.file);
+    const Terrain terrain = LocalTerrain(file.tins[chosen], true);
+    WriteFiles({{options.output, [&](SafeFile& to) { WritePage(terrain, page, to); }}});
+}
+
+}   // namespace
+
+void DeclareView(CLI::App& app)
+{
+    const auto options = std::make_shared<ViewPageOptions>();
+    DeclareTin(app, options->choice);
+    app.add_option("--breaklines", options->breaklines,
+                   "text file of lines to draw on the surface; may be repeated")
+        ->allow_extra_args(false)
+        ->type_name("FILE");
+    app.add_option("--exaggerate", options->exaggeration, "factor for heights when the page opens (1)")
+        ->type_name("FACTOR");
+    app.add_option("--title", options->title, "title of the page (the name of the file)")->type_name("TEXT");
+    app.add_option("-o,--output", options->output, "page to write: .html")->required()->type_name("OUT");
+    SetExample(app, "  qsvtin view site.tin --breaklines lines.txt -o site.html && xdg-open site.html");
+    app.callback([options] { RunView(*options); });
+}
+
+}   // namespace qsvtin
