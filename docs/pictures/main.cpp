@@ -22,6 +22,7 @@ int main(int argc, char** argv)
         {"vertex_deletion", DrawVertexDeletion},
         {"trimming", DrawTrimming},
         {"depth_order", DrawDepthOrder},
+        {"projection", DrawProjection},
         {"grid_sphere", DrawGridSphere},
     };
     for (const auto& picture : pictures) {

@@ -14,6 +14,7 @@ std::vector<Panel> DrawPolygon();
 std::vector<Panel> DrawVertexDeletion();
 std::vector<Panel> DrawTrimming();
 std::vector<Panel> DrawDepthOrder();
+std::vector<Panel> DrawProjection();
 std::vector<Panel> DrawGridSphere();
 
 #endif

@@ -50,6 +50,48 @@ std::vector<Panel> DrawDepthOrder()
     return {bySum, byPair};
 }
 
+std::vector<Panel> DrawProjection()
+{
+    constexpr double kDegree = 0.017453292519943295, kAway = 22.0;
+    CTin tin;
+    for (int i = 0; i < 13 * 13; ++i) {
+        const double x = i % 13 - 6.0, y = i / 13 - 6.0;
+        tin.AddPoint(x, y, 3.0 * std::exp(-0.08 * ((x - 1.0) * (x - 1.0) + y * y)));
+    }
+    tin.CreateTin(0.0);
+
+    // The eye stands in the south-south-west, 25 degrees above the horizon. It sees 30 degrees to each side.
+    CProjection view;
+    view.RotateZ(25.0 * kDegree);
+    view.RotateX((25.0 - 90.0) * kDegree);
+    view.Translate(0.0, 0.0, -kAway);
+    view.SetPrjMatrix(-5.0, 5.0, 4.0, -4.0, 10.0, 40.0);
+    view.BeginTrans(0);
+    CTin screen(tin);
+    for (int v = 0; v < tin.GetPointSize(); ++v) {
+        const CXYZ& p = tin.m_aVertex[v];
+        double x = 0.0, y = 0.0, depth = 0.0;
+        int inside = 0;
+        view.Transform(p.x, p.y, p.z, x, y, depth, inside, 1);
+        screen.m_aVertex[v].SetXYZ(x, y, -depth);   // nearness in place of height
+    }
+    screen.UpdateDepth2();
+
+    Panel plan("the world, and the eye", {-16.0, -20.0}, {9.0, 7.0});
+    DrawMesh(plan, tin);
+    const double away = kAway * std::cos(25.0 * kDegree);
+    const Place eye{-away * std::sin(25.0 * kDegree), -away * std::cos(25.0 * kDegree)};
+    plan.Line(eye, {0.0, 0.0}, "stroke=\"#2c5f9e\" stroke-dasharray=\"5 4\"");
+    plan.Dot(eye, "#c0392b");
+    Panel picture("the screen", {-5.0, -4.0}, {5.0, 4.0});
+    for (int i = 0; i < screen.m_aDepthOrder.GetSize(); ++i) {
+        const int* const v = screen.m_aTri[screen.m_aDepthOrder[i]].m_nVertex;
+        picture.Chain({PlaceOf(screen, v[0]), PlaceOf(screen, v[1]), PlaceOf(screen, v[2])}, true,
+                      "stroke=\"#777\" fill=\"#f4f1e6\" stroke-linejoin=\"round\"");
+    }
+    return {plan, picture};
+}
+
 std::vector<Panel> DrawGridSphere()
 {
     CGrid3DSphere sphere;
