@@ -226,7 +226,7 @@ function start() {
     // The viewer stands in a direction, from north over east, and above the horizon, in degrees.
     function lookFrom(azimuth, elevation) {
         const a = (azimuth * Math.PI) / 180, e = (elevation * Math.PI) / 180;
-        const distance = (bounds.reach * 0.95) / Math.sin(((camera.fov / 2) * Math.PI) / 180 * Math.min(1, camera.aspect));
+        const distance = (bounds.reach * 0.78) / Math.sin(((camera.fov / 2) * Math.PI) / 180 * Math.min(1, camera.aspect));
         controls.target.set(0, 0, 0);
         camera.position.set(Math.sin(a) * Math.cos(e), Math.cos(a) * Math.cos(e), Math.sin(e)).multiplyScalar(distance);
         controls.update();
