@@ -5,27 +5,6 @@
 
 namespace qsv {
 
-namespace {
-
-void WidenAxis(double d, double& dLower, double& dUpper)
-{
-    if (d < dLower) {
-        dLower = d;
-    }
-    if (d > dUpper) {
-        dUpper = d;
-    }
-}
-
-}   // namespace
-
-void WidenRange(const CXYZ& p, CXYZ& lower, CXYZ& upper)
-{
-    WidenAxis(p.x, lower.x, upper.x);
-    WidenAxis(p.y, lower.y, upper.y);
-    WidenAxis(p.z, lower.z, upper.z);
-}
-
 void SortThree(double (&aValue)[3])
 {
     const auto isBefore = [](double a, double b) { return a < b || (std::isnan(b) && !std::isnan(a)); };

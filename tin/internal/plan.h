@@ -7,7 +7,15 @@ namespace qsv {
 
 // Lowers lower and raises upper, axis by axis, so that the range holds p. A coordinate that is not a
 // number changes nothing.
-void WidenRange(const CXYZ& p, CXYZ& lower, CXYZ& upper);
+inline void WidenRange(const CXYZ& p, CXYZ& lower, CXYZ& upper)
+{
+    lower.x = p.x < lower.x ? p.x : lower.x;
+    lower.y = p.y < lower.y ? p.y : lower.y;
+    lower.z = p.z < lower.z ? p.z : lower.z;
+    upper.x = p.x > upper.x ? p.x : upper.x;
+    upper.y = p.y > upper.y ? p.y : upper.y;
+    upper.z = p.z > upper.z ? p.z : upper.z;
+}
 
 // Sorts three numbers as QuickSortKey does in ascending order: equal ones (0 and -0 are equal) keep their
 // order, those that are not a number come last. For ranges of single triangles, without its arrays.

@@ -11,11 +11,22 @@ namespace {
 
 enum SortMode { kLowestVertex = 0, kHighestVertex = 1, kSumOfHeights = 2 };
 
-double SortKey(const CTin& tin, int nTri, int nMode)
+// Heights side by side: corners are met in no order of the vertices, and this much of them is near at hand.
+CArray<double> Heights(const CArray<CXYZ>& aVertex)
+{
+    CArray<double> aHeight;
+    aHeight.SetSize(aVertex.GetSize(), -1);
+    for (int i = 0; i < aVertex.GetSize(); ++i) {
+        aHeight[i] = aVertex[i].z;
+    }
+    return aHeight;
+}
+
+double SortKey(const CArray<double>& aHeight, const CTriangle& tri, int nMode)
 {
     double z[3];
     for (int k = 0; k < 3; ++k) {
-        z[k] = VertexAt(tin.m_aVertex, tin.m_aTri[nTri].m_nVertex[k]).z;
+        z[k] = IsIndexOf(aHeight, tri.m_nVertex[k]) ? aHeight[tri.m_nVertex[k]] : 0.0;
     }
     if (nMode == kSumOfHeights) {
         return (z[2] + z[1]) + z[0];   // 2, 1, 0: the rounding decides how near-equal triangles sort
@@ -28,8 +39,11 @@ void SortTriangles(const CTin& tin, int nMode, CArray<int>& aOrder, int nOrder)
 {
     CArray<double> aKey;
     aKey.SetSize(tin.m_aTri.GetSize(), -1);
-    for (int t = 0; t < aKey.GetSize(); ++t) {
-        aKey[t] = SortKey(tin, t, nMode);
+    {
+        const CArray<double> aHeight = Heights(tin.m_aVertex);
+        for (int t = 0; t < aKey.GetSize(); ++t) {
+            aKey[t] = SortKey(aHeight, tin.m_aTri[t], nMode);
+        }
     }
     QuickSortKey(aKey, aOrder, nOrder);
 }

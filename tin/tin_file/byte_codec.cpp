@@ -4,57 +4,6 @@
 
 namespace qsv {
 
-static_assert(std::numeric_limits<double>::is_iec559 && sizeof(double) == 8,
-              "doubles are stored as they are");
-static_assert(std::numeric_limits<float>::is_iec559 && sizeof(float) == 4, "floats are stored as they are");
-
-namespace {
-
-// Byte by byte, so that the order of the processor does not matter; compilers make one load or store of it.
-template <class BITS>
-BITS LoadBits(const unsigned char* pByte)
-{
-    BITS bits = 0;
-    for (unsigned k = 0; k < sizeof(BITS); ++k) {
-        bits |= static_cast<BITS>(pByte[k]) << (8 * k);
-    }
-    return bits;
-}
-
-template <class BITS>
-void StoreBits(BITS bits, unsigned char* pByte)
-{
-    for (unsigned k = 0; k < sizeof(BITS); ++k) {
-        pByte[k] = static_cast<unsigned char>(bits >> (8 * k));
-    }
-}
-
-template <class TO, class FROM>
-TO SameBits(FROM from)
-{
-    static_assert(sizeof(TO) == sizeof(FROM), "");
-    TO to;
-    std::memcpy(&to, &from, sizeof to);
-    return to;
-}
-
-}   // namespace
-
-int LoadInt(const unsigned char* pByte)
-{
-    return SameBits<std::int32_t>(LoadBits<std::uint32_t>(pByte));
-}
-
-float LoadFloat(const unsigned char* pByte)
-{
-    return SameBits<float>(LoadBits<std::uint32_t>(pByte));
-}
-
-double LoadDouble(const unsigned char* pByte)
-{
-    return SameBits<double>(LoadBits<std::uint64_t>(pByte));
-}
-
 ByteWriter::ByteWriter(CFile& file) : m_file(file)
 {
     m_aBlock.SetSize(kBlockBytes, -1);
@@ -80,17 +29,7 @@ unsigned char* ByteWriter::Room(int nBytes)
 
 void ByteWriter::PutInt(int n)
 {
-    StoreBits(static_cast<std::uint32_t>(n), Room(4));
-}
-
-void ByteWriter::PutFloat(float f)
-{
-    StoreBits(SameBits<std::uint32_t>(f), Room(4));
-}
-
-void ByteWriter::PutDouble(double d)
-{
-    StoreBits(SameBits<std::uint64_t>(d), Room(8));
+    StoreInt(n, Room(4));
 }
 
 void ByteWriter::PutBytes(const void* pByte, int nBytes)

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 
 #include "platform/afx_array.h"
@@ -10,11 +11,64 @@
 
 namespace qsv {
 
+static_assert(std::numeric_limits<double>::is_iec559 && sizeof(double) == 8,
+              "doubles are stored as they are");
+static_assert(std::numeric_limits<float>::is_iec559 && sizeof(float) == 4, "floats are stored as they are");
+
+template <class TO, class FROM>
+TO SameBits(FROM from)
+{
+    static_assert(sizeof(TO) == sizeof(FROM), "");
+    TO to;
+    std::memcpy(&to, &from, sizeof to);
+    return to;
+}
+
+// Byte by byte, so that the order of the processor does not matter; compilers make one load or store of it.
+template <class BITS>
+BITS LoadBits(const unsigned char* pByte)
+{
+    BITS bits = 0;
+    for (unsigned k = 0; k < sizeof(BITS); ++k) {
+        bits |= static_cast<BITS>(pByte[k]) << (8 * k);
+    }
+    return bits;
+}
+
+template <class BITS>
+void StoreBits(BITS bits, unsigned char* pByte)
+{
+    for (unsigned k = 0; k < sizeof(BITS); ++k) {
+        pByte[k] = static_cast<unsigned char>(bits >> (8 * k));
+    }
+}
+
 // Numbers as little-endian bytes, whatever the processor: integers of 32 bits in two's complement, IEEE 754
 // floats and doubles bit for bit.
-int LoadInt(const unsigned char* pByte);
-float LoadFloat(const unsigned char* pByte);
-double LoadDouble(const unsigned char* pByte);
+inline int LoadInt(const unsigned char* pByte)
+{
+    return SameBits<std::int32_t>(LoadBits<std::uint32_t>(pByte));
+}
+inline float LoadFloat(const unsigned char* pByte)
+{
+    return SameBits<float>(LoadBits<std::uint32_t>(pByte));
+}
+inline double LoadDouble(const unsigned char* pByte)
+{
+    return SameBits<double>(LoadBits<std::uint64_t>(pByte));
+}
+inline void StoreInt(int n, unsigned char* pByte)
+{
+    StoreBits(static_cast<std::uint32_t>(n), pByte);
+}
+inline void StoreFloat(float f, unsigned char* pByte)
+{
+    StoreBits(SameBits<std::uint32_t>(f), pByte);
+}
+inline void StoreDouble(double d, unsigned char* pByte)
+{
+    StoreBits(SameBits<std::uint64_t>(d), pByte);
+}
 
 // Large enough that a call costs nothing beside the bytes it moves, small enough for a processor's cache.
 constexpr int kBlockBytes = 65536;
@@ -32,10 +86,11 @@ public:
     ByteWriter& operator=(const ByteWriter&) = delete;
 
     void PutInt(int n);
-    void PutFloat(float f);
-    void PutDouble(double d);
     // At most kBlockBytes of them.
     void PutBytes(const void* pByte, int nBytes);
+    // Records of nBytesEach bytes; fnEncode(i, bytes) makes them.
+    template <class ENCODE>
+    void PutRecords(int nRecords, int nBytesEach, ENCODE fnEncode);
     void Finish();
 
 private:
@@ -87,6 +142,42 @@ private:
     CArray<unsigned char> m_aBlock;
 };
 
+template <class ENCODE>
+void ByteWriter::PutRecords(int nRecords, int nBytesEach, ENCODE fnEncode)
+{
+    for (int nDone = 0; nDone < nRecords;) {
+        const int nFit = std::min(nRecords - nDone, (kBlockBytes - m_nUsed) / nBytesEach);
+        unsigned char* const pByte = m_aBlock.GetData() + m_nUsed;
+        for (int k = 0; k < nFit; ++k) {
+            fnEncode(nDone + k, pByte + k * nBytesEach);
+        }
+        m_nUsed += nFit * nBytesEach;
+        nDone += nFit;
+        if (nDone < nRecords) {
+            Finish();
+        }
+    }
+}
+
+// Empties an array and lets it make room for nCount elements when the first is added, so that none is moved or
+// written twice.
+template <class T>
+class RoomFor
+{
+public:
+    RoomFor(CArray<T>& aElement, int nCount) : m_aElement(aElement)
+    {
+        m_aElement.RemoveAll();
+        m_aElement.SetSize(0, nCount);
+    }
+    ~RoomFor() { m_aElement.SetSize(m_aElement.GetSize(), 0); }
+    RoomFor(const RoomFor&) = delete;
+    RoomFor& operator=(const RoomFor&) = delete;
+
+private:
+    CArray<T>& m_aElement;
+};
+
 template <class TAKE>
 bool ByteReader::GetRecords(std::int64_t nRecords, int nBytesEach, TAKE fnTake)
 {
@@ -114,18 +205,18 @@ bool ByteReader::GetArray(CArray<T>& aElement, int nBytesEach, DECODE fnDecode)
     if (!GetInt(nCount)) {
         return false;
     }
-    switch (Judge(nCount, nBytesEach, kBelievedRecords)) {
-    case Announced::Impossible: return false;
-    case Announced::Reserve: aElement.SetSize(nCount, -1); break;
-    case Announced::AsTheyCome: aElement.SetSize(0, -1); break;
+    const Announced eCount = Judge(nCount, nBytesEach, kBelievedRecords);
+    if (eCount == Announced::Impossible) {
+        return false;
     }
-    return GetRecords(nCount, nBytesEach, [&](int i, const unsigned char* pByte) {
-        if (i < aElement.GetSize()) {
-            aElement[i] = fnDecode(pByte);
-        } else {
-            aElement.Add(fnDecode(pByte));
-        }
-    });
+    bool bAll = false;
+    {
+        const RoomFor<T> room(aElement, eCount == Announced::Reserve ? nCount : 0);
+        bAll = GetRecords(nCount, nBytesEach,
+                          [&](int, const unsigned char* pByte) { aElement.Add(fnDecode(pByte)); });
+    }
+    aElement.SetSize(eCount == Announced::Reserve ? nCount : aElement.GetSize(), -1);
+    return bAll;
 }
 
 }   // namespace qsv

@@ -59,10 +59,10 @@ bool ReadName(ByteReader& reader, CString& strName)
 void WriteTextureCoords(ByteWriter& writer, const CTin& tin)
 {
     writer.PutInt(tin.m_aVertex.GetSize());
-    for (int v = 0; v < tin.m_aVertex.GetSize(); ++v) {
-        writer.PutFloat(tin.m_aVertex[v].tu);
-        writer.PutFloat(tin.m_aVertex[v].tv);
-    }
+    writer.PutRecords(tin.m_aVertex.GetSize(), 2 * kTextureBytes, [&](int v, unsigned char* pByte) {
+        StoreFloat(tin.m_aVertex[v].tu, pByte);
+        StoreFloat(tin.m_aVertex[v].tv, pByte + kTextureBytes);
+    });
 }
 
 bool ReadTextureCoords(ByteReader& reader, CTin& tin)

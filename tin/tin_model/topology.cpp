@@ -1,4 +1,5 @@
 #include <cfloat>
+#include <cmath>
 
 #include "tin/internal/mesh.h"
 #include "tin/internal/mesh_links.h"
@@ -74,19 +75,67 @@ int CTin::FindTriWithPt(int nVt, int& nFrom, int& nTri, int& nSlot)
     return 0;
 }
 
-int CTin::UpdateTinRange()
+namespace {
+
+struct Range {
+    CXYZ lower = CXYZ(DBL_MAX, DBL_MAX, DBL_MAX), upper = CXYZ(-DBL_MAX, -DBL_MAX, -DBL_MAX);
+};
+
+// Corner by corner. Of a 0 and a -0 that bound the range the one met first stays.
+Range RangeOfCorners(const CArray<CXYZ>& aVertex, const CArray<CTriangle>& aTri)
 {
-    if (m_aTri.IsEmpty()) {
-        m_MinXYZ.SetXYZ(0.0, 0.0, 0.0);
-        m_MaxXYZ.SetXYZ(0.0, 0.0, 0.0);
-        return 0;
-    }
-    m_MinXYZ.SetXYZ(DBL_MAX, DBL_MAX, DBL_MAX);
-    m_MaxXYZ.SetXYZ(-DBL_MAX, -DBL_MAX, -DBL_MAX);
-    for (int t = 0; t < m_aTri.GetSize(); ++t) {
-        for (const int nVt : m_aTri[t].m_nVertex) {
-            WidenRange(VertexAt(m_aVertex, nVt), m_MinXYZ, m_MaxXYZ);
+    Range range;
+    for (int t = 0; t < aTri.GetSize(); ++t) {
+        for (const int nVt : aTri[t].m_nVertex) {
+            WidenRange(VertexAt(aVertex, nVt), range.lower, range.upper);
         }
     }
-    return 1;
+    return range;
+}
+
+bool IsNegativeZero(double d)
+{
+    return d == 0.0 && std::signbit(d);
+}
+
+// The same, each vertex once and in their order, which passes over the memory once. Returns false where the order
+// could show: where there is a -0.
+bool RangeOfUsed(const CArray<CXYZ>& aVertex, const CArray<CTriangle>& aTri, Range& range)
+{
+    CArray<char> aUsed;
+    aUsed.SetSize(aVertex.GetSize(), -1);
+    for (int t = 0; t < aTri.GetSize(); ++t) {
+        for (const int nVt : aTri[t].m_nVertex) {
+            if (IsIndexOf(aVertex, nVt)) {
+                aUsed[nVt] = 1;
+            } else {
+                WidenRange(VertexAt(aVertex, nVt), range.lower, range.upper);
+            }
+        }
+    }
+    for (int i = 0; i < aVertex.GetSize(); ++i) {
+        const CXYZ& p = aVertex[i];
+        if (aUsed[i] != 0) {
+            WidenRange(p, range.lower, range.upper);
+            if (IsNegativeZero(p.x) || IsNegativeZero(p.y) || IsNegativeZero(p.z)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+}   // namespace
+
+int CTin::UpdateTinRange()
+{
+    Range range;
+    if (m_aTri.IsEmpty()) {
+        range.lower = range.upper = CXYZ();
+    } else if (m_aTri.GetSize() < m_aVertex.GetSize() || !RangeOfUsed(m_aVertex, m_aTri, range)) {
+        range = RangeOfCorners(m_aVertex, m_aTri);
+    }
+    m_MinXYZ.SetXYZ(range.lower.x, range.lower.y, range.lower.z);
+    m_MaxXYZ.SetXYZ(range.upper.x, range.upper.y, range.upper.z);
+    return m_aTri.IsEmpty() ? 0 : 1;
 }
