@@ -19,11 +19,13 @@ function(qsv_fetch_viewer folder result)
   if(NOT EXISTS ${stamp})
     message(STATUS "Fetching the npm packages of the viewer")
     execute_process(
-      COMMAND ${QSV_NPM} ci --prefer-offline --ignore-scripts --no-audit --no-fund
+      COMMAND ${QSV_NPM} ci --prefer-offline --ignore-scripts --no-audit --no-fund --fetch-retries=1
       WORKING_DIRECTORY ${folder}
+      TIMEOUT 300
       RESULT_VARIABLE status OUTPUT_QUIET ERROR_VARIABLE errors)
     if(NOT status EQUAL 0)
-      set(${result} "npm ci failed: ${errors}" PARENT_SCOPE)
+      string(REGEX MATCH "npm error [^\n]* failed[^\n]*" reason "${errors}")
+      set(${result} "npm ci failed (${status}) ${reason}" PARENT_SCOPE)
       return()
     endif()
     file(TOUCH ${stamp})
