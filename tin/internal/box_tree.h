@@ -35,6 +35,9 @@ public:
         }
     }
 
+    // The numbers of all boxes that can be found, so that those which follow each other lie close together.
+    const CArray<int>& InTileOrder() const { return m_aItem; }
+
 private:
     static constexpr int kGroup = 8;
 

@@ -94,9 +94,12 @@ public:
 
 private:
     static CArray<PlanBox> PlanBoxes(const Mesh& mesh);
+    void FindPairs();
     void FindRivals(int i);
+    bool CouldHide(int p, int q) const { return p != q && m_aMaxZ[p] >= m_aMinZ[q]; }
     bool MustFollow(int p, int q) const;
-    int FirstWronglyHidden(int i);
+    int FirstOfPairs(int i) const;
+    int FirstOfRivals(int i);
     void Exchange(int i, int j);
 
     const Mesh m_mesh;
@@ -105,6 +108,9 @@ private:
     const BoxTree m_tree;
     CArray<double> m_aMinZ, m_aMaxZ;
     CArray<int> m_aPlace;   // of each triangle in the order
+    bool m_bPairsKnown = false;
+    CArray<int> m_aFirstPair, m_aEndPair;   // by triangle p: where in m_aHidden
+    CArray<int> m_aHidden;                  // the triangles that p would wrongly hide if they came later
     CArray<int> m_aRival;   // later places of triangles over the same ground; a heap, lowest place first
     RepeatFinder m_repeat;
 };
@@ -123,6 +129,7 @@ Refinement::Refinement(const Mesh& mesh, CArray<int>& aOrder)
         m_aMaxZ[t] = z[2];
         m_aPlace[aOrder[t]] = t;
     }
+    FindPairs();
 }
 
 CArray<PlanBox> Refinement::PlanBoxes(const Mesh& mesh)
@@ -139,12 +146,43 @@ CArray<PlanBox> Refinement::PlanBoxes(const Mesh& mesh)
     return aBox;
 }
 
+// Which triangle would wrongly hide which does not depend on the order, so all pairs are found in an order in
+// which the triangles looked at are near at hand. On a terrain there are few or none. Where much lies over the
+// same ground this is given up: then pairs are looked at as the order brings them together.
+void Refinement::FindPairs()
+{
+    constexpr std::int64_t kTestsPerTriangle = 40, kPairsPerTriangle = 4;
+    const int n = m_aOrder.GetSize();
+    std::int64_t nTestsLeft = kTestsPerTriangle * n, nPairsLeft = kPairsPerTriangle * n;
+    m_aFirstPair.SetSize(n, -1);
+    m_aEndPair.SetSize(n, -1);
+    const CArray<int>& aTriangle = m_tree.InTileOrder();
+    for (int i = 0; i < aTriangle.GetSize() && nTestsLeft > 0 && nPairsLeft > 0; ++i) {
+        const int p = aTriangle[i];
+        m_aFirstPair[p] = m_aHidden.GetSize();
+        m_tree.ForEachTouching(m_aBox[p], [&](int q) {
+            if (nTestsLeft > 0 && nPairsLeft > 0 && CouldHide(p, q)) {
+                --nTestsLeft;
+                if (MustFollow(p, q)) {
+                    --nPairsLeft;
+                    m_aHidden.Add(q);
+                }
+            }
+        });
+        m_aEndPair[p] = m_aHidden.GetSize();
+    }
+    m_bPairsKnown = nTestsLeft > 0 && nPairsLeft > 0;
+    if (!m_bPairsKnown) {
+        m_aHidden.RemoveAll();
+    }
+}
+
 void Refinement::FindRivals(int i)
 {
     const int p = m_aOrder[i];
     m_aRival.SetSize(0, -1);
     m_tree.ForEachTouching(m_aBox[p], [&](int q) {
-        if (m_aPlace[q] > i && m_aMaxZ[p] >= m_aMinZ[q]) {
+        if (m_aPlace[q] > i && CouldHide(p, q)) {
             m_aRival.Add(m_aPlace[q]);
         }
     });
@@ -158,7 +196,21 @@ bool Refinement::MustFollow(int p, int q) const
 }
 
 // The first place after i whose triangle must be painted before that at i; -1.
-int Refinement::FirstWronglyHidden(int i)
+int Refinement::FirstOfPairs(int i) const
+{
+    const int p = m_aOrder[i];
+    int nFirst = -1;
+    for (int k = m_aFirstPair[p]; k < m_aEndPair[p]; ++k) {
+        const int nPlace = m_aPlace[m_aHidden[k]];
+        if (nPlace > i && (nFirst < 0 || nPlace < nFirst)) {
+            nFirst = nPlace;
+        }
+    }
+    return nFirst;
+}
+
+// The same, when the pairs are not known.
+int Refinement::FirstOfRivals(int i)
 {
     FindRivals(i);
     for (int nLeft = m_aRival.GetSize(); nLeft > 0; --nLeft) {
@@ -182,7 +234,7 @@ void Refinement::SettlePosition(int i)
 {
     m_repeat.Start();
     for (int nExchangesLeft = m_aOrder.GetSize(); nExchangesLeft > 0;) {
-        const int j = FirstWronglyHidden(i);
+        const int j = m_bPairsKnown ? FirstOfPairs(i) : FirstOfRivals(i);
         if (j < 0) {
             return;
         }
