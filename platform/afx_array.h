@@ -170,8 +170,9 @@ public:
     void InsertAt(int nIndex, ARG_TYPE newElement, int nCount = 1)
     {
         assert(nIndex >= 0 && nIndex <= m_nSize && nCount >= 0);
+        const int nNewSize = Sum(m_nSize, nCount);
         CArray<TYPE, ARG_TYPE> merged;
-        merged.Reallocate(GrownCapacity(Sum(m_nSize, nCount)));
+        merged.Reallocate(nNewSize > m_nMaxSize ? GrownCapacity(nNewSize) : m_nMaxSize);
         merged.m_nGrowBy = m_nGrowBy;
         if constexpr (kMovesSafely) {
             std::uninitialized_fill(merged.m_pData + nIndex, merged.m_pData + nIndex + nCount, newElement);

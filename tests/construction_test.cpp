@@ -41,6 +41,8 @@ TEST(CreateTin, RefusesWhatSpansNoSurface)
                  {"all within the tolerance", {{0, 0, 0}, {5e-7, 0, 0}, {0, 5e-7, 0}}},
                  {"a line along x", {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {4, 0, 0}}},
                  {"a slanting line", {{0, 0, 0}, {1, 1, 0}, {2, 2, 0}, {3, 3, 0}}},
+                 {"so far away that products overflow",
+                  {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}, {1e200, 13, 0}, {-1e200, -1e200, 0}}},
                  {"not a number", {{nan, nan, 0}, {nan, 1, 0}, {1, nan, 0}, {nan, 2, 0}}}};
     for (const auto& c : aCase) {
         SCOPED_TRACE(c.szWhat);

@@ -283,7 +283,7 @@ TEST_F(TinFile, AFullDiskLeavesTheOldFileWhole)
         EXPECT_EQ(Get("site.tin"), "old");
         EXPECT_EQ(Get("site.obj"), "old");
         EXPECT_LE(Count(), files + 2) << "but for the logs, nothing half-written stays";
-        EXPECT_FALSE(fs::exists(Path("site.tin.part")));
+        EXPECT_FALSE(fs::exists(Path("site.tin.qsvtin-part")));
     }
     fs::create_symlink("/dev/full", Path("full.tin"));
     ExpectRefusal("build hill.txt -o site.tin -o full.tin", 1, "a device or a pipe");
@@ -322,11 +322,13 @@ TEST_F(TinFile, AKilledProcessLeavesTheOldFileWhole)
         const std::string found = Get("site.tin");
         replaced += found == whole ? 1 : 0;
         ASSERT_TRUE(found == old || found == whole) << "a file of " << found.size() << " bytes";
-        fs::remove(Path("site.tin.part"));
     }
     EXPECT_GT(killed, 0);
+    const auto files = Count();
     ASSERT_EQ(Run("convert new.tin site.tin --format 1").status, 0);
     EXPECT_EQ(Get("site.tin"), whole);
+    EXPECT_FALSE(fs::exists(Path("site.tin.qsvtin-part"))) << "taken over";
+    EXPECT_LE(Count(), files) << "nor did other files pile up";
     RecordProperty("replaced", replaced);
 }
 

@@ -23,6 +23,11 @@ TEST(Arrays, KeepTheirElementsWhenTheyGrowShrinkOrLoseSome)
     EXPECT_EQ(aText[5], "3");
     EXPECT_EQ(aText[12], "15");
     EXPECT_EQ(aText.GetSize(), 97);
+    for (int i = 0; i < 200; ++i) {   // takes no more memory than the elements need
+        aText.InsertAt(0, "again");
+        aText.RemoveAt(0);
+    }
+    EXPECT_EQ(aText[4], "new");
     aText.SetSize(-4);
     EXPECT_EQ(aText.GetSize(), 0);
     aText.SetAtGrow(2, "third");

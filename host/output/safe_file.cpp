@@ -7,6 +7,13 @@
 #include <filesystem>
 #include <utility>
 
+#ifndef _WIN32
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 namespace qsvtin {
 
 namespace {
@@ -28,17 +35,56 @@ bool IsWrittenThrough(const fs::path& target)
     return fs::exists(status) && !fs::is_regular_file(status);
 }
 
-// Opens a new file beside the target under a name that nothing has yet.
-std::FILE* OpenBeside(const fs::path& target, std::string& opened)
+// Opens a new file, or one that was left by a run which was killed, so that such files do not pile up: whoever is
+// still writing holds a lock on it. Returns null with EEXIST when something else stands there.
+// @param lock  receives a descriptor that holds the lock; -1 where there are no such locks
+std::FILE* OpenUnlocked(const std::string& path, int& lock)
 {
-    constexpr int kMostLeftovers = 100;
+#ifdef _WIN32
+    lock = -1;
+    return std::fopen(path.c_str(), "wbx");
+#else
+    const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
+    struct stat opened, named;
+    if (descriptor < 0) {
+        const int error = errno;
+        errno = lstat(path.c_str(), &named) == 0 ? EEXIST : error;
+        return nullptr;
+    }
+    // The name may have gone to another file before the lock was there.
+    const bool ours = flock(descriptor, LOCK_EX | LOCK_NB) == 0 && fstat(descriptor, &opened) == 0 &&
+                      lstat(path.c_str(), &named) == 0 && opened.st_dev == named.st_dev &&
+                      opened.st_ino == named.st_ino && S_ISREG(opened.st_mode) &&
+                      ftruncate(descriptor, 0) == 0;
+    if (ours) {
+        lock = fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
+        return fdopen(descriptor, "wb");
+    }
+    close(descriptor);
+    errno = EEXIST;
+    return nullptr;
+#endif
+}
+
+std::FILE* OpenBeside(const fs::path& target, std::string& opened, int& lock)
+{
+    constexpr int kMostWriters = 100;   // at once
     std::FILE* file = nullptr;
-    for (int i = 0; !file && i < kMostLeftovers; ++i) {
-        opened = target.string() + ".part" + (i > 0 ? std::to_string(i) : "");
-        file = std::fopen(opened.c_str(), "wbx");
+    for (int i = 0; !file && i < kMostWriters; ++i) {
+        opened = target.string() + ".qsvtin-part" + (i > 0 ? std::to_string(i) : "");
+        file = OpenUnlocked(opened, lock);
         if (!file && errno != EEXIST) break;
     }
     return file;
+}
+
+void Unlock(int lock)
+{
+#ifndef _WIN32
+    if (lock >= 0) close(lock);
+#else
+    (void)lock;
+#endif
 }
 
 }   // namespace
@@ -49,7 +95,7 @@ SafeFile::SafeFile(const std::string& target) : m_target(target), m_replaced(Wit
         m_written = m_replaced;
         m_file = std::fopen(m_written.c_str(), "wb");
     } else {
-        m_file = OpenBeside(m_replaced, m_written);
+        m_file = OpenBeside(m_replaced, m_written, m_lock);
     }
     if (!m_file) Fail(errno);
 }
@@ -57,7 +103,7 @@ SafeFile::SafeFile(const std::string& target) : m_target(target), m_replaced(Wit
 SafeFile::SafeFile(SafeFile&& other) noexcept
     : m_target(std::move(other.m_target)), m_written(std::exchange(other.m_written, {})),
       m_replaced(std::move(other.m_replaced)), m_file(std::exchange(other.m_file, nullptr)),
-      m_size(other.m_size)
+      m_size(other.m_size), m_lock(std::exchange(other.m_lock, -1))
 {
 }
 
@@ -65,6 +111,7 @@ SafeFile::~SafeFile()
 {
     if (m_file) std::fclose(m_file);
     if (!m_written.empty() && m_written != m_replaced) std::remove(m_written.c_str());
+    Unlock(m_lock);
 }
 
 void SafeFile::Write(std::string_view bytes)
@@ -78,7 +125,6 @@ void SafeFile::WriteByPath(const std::function<bool(const std::string& path)>& w
     if (m_written == m_replaced) {
         throw Failure("cannot write " + m_target + ": it is a device or a pipe; name a file");
     }
-    std::fclose(std::exchange(m_file, nullptr));
     errno = 0;
     if (!write(m_written)) Fail(errno != 0 ? errno : EIO);
     m_size = size;

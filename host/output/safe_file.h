@@ -12,7 +12,7 @@ namespace qsvtin {
 
 /// A file that is written beside its target and takes its place only when it is whole: whatever fails on
 /// the way, the target stays as it was. Targets that are no regular files (pipes, devices) are written
-/// straight through.
+/// straight through. A run that is killed leaves at most a file NAME.qsvtin-part, which the next one takes over.
 class SafeFile
 {
 public:
@@ -46,6 +46,7 @@ private:
     std::string m_replaced;        // where it goes: the target, or what the target links to
     std::FILE* m_file = nullptr;   // null once it is closed
     std::uintmax_t m_size = 0;
+    int m_lock = -1;   // held until the file has its place, so that nobody takes it for a leftover
 };
 
 /// Finds out before any work is done whether a target can be written: its folder exists and it is neither a

@@ -220,7 +220,8 @@ bool HasMissedVertex(const CTin& tin, int nTriCount)
 void BuildCarefully(CTin& tin)
 {
     CarefulBuilder(tin).Build();
-    tin.m_aBoundary = CornersOf(tin, OutlineRing(tin));
+    const CArray<int> aRing = OutlineRing(tin);
+    tin.m_aBoundary = aRing.IsEmpty() ? aRing : CornersOf(tin, aRing);   // no triangle: all lie in line
 }
 
 }   // namespace qsv
