@@ -113,8 +113,8 @@ void ViewOptions::Declare(CLI::App& app)
     app.add_option("--sphere-step", sphereStep, "degrees between its lines (30,15)")
         ->type_name("HORIZONTAL,VERTICAL");
     app.add_option("--sphere-zero", sphereZero,
-                   "where vertical angles are 0; those below the horizon read 270 to 360, or with "
-                   "horizon-signed -90 to 0 (zenith)")
+                   "where vertical angles are 0 (zenith); below it, horizon reads 270 to 360 and "
+                   "horizon-signed -90 to 0")
         ->type_name("zenith|horizon|horizon-signed|nadir");
 }
 
