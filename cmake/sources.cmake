@@ -9,6 +9,7 @@ set(QSV_SOURCES
   base/sort_key.cpp
   base/xyz.cpp
   tin/internal/box_tree.cpp
+  tin/internal/bulk_insertion.cpp
   tin/internal/ear_cutting.cpp
   tin/internal/edge_ring.cpp
   tin/internal/edge_swap.cpp
@@ -19,20 +20,26 @@ set(QSV_SOURCES
   tin/internal/mesh_links.cpp
   tin/internal/mesh_split.cpp
   tin/internal/mesh_walk.cpp
+  tin/internal/morton_order.cpp
   tin/internal/nearest_triangle.cpp
   tin/internal/occlusion.cpp
   tin/internal/outline_join.cpp
   tin/internal/painting_order.cpp
   tin/internal/plan.cpp
   tin/internal/plan_index.cpp
+  tin/internal/plan_insert.cpp
+  tin/internal/plan_mesh.cpp
+  tin/internal/plan_search.cpp
+  tin/internal/plan_walk.cpp
   tin/internal/recent_triangles.cpp
+  tin/internal/start_table.cpp
   tin/internal/triangle_removal.cpp
   tin/internal/vertex_walk.cpp
+  tin/internal/walk_traps.cpp
   tin/mesh_check.cpp
   tin/tin_model/build.cpp
   tin/tin_model/careful_build.cpp
   tin/tin_model/input.cpp
-  tin/tin_model/insertion.cpp
   tin/tin_model/lifecycle.cpp
   tin/tin_model/locate.cpp
   tin/tin_model/optimise.cpp

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "support/compare.h"
 #include "support/mesh_oracle.h"
@@ -117,14 +118,18 @@ TEST(SameAsPlain, ConstructionOfEveryKindOfInput)
     }
 }
 
-// Enough points for searches to start from the grid of recent triangles. Pairs of points at about the
-// tolerance from each other, and points almost in line, are where starts could lead to different ends.
+// Enough points for searches to start elsewhere than at the point before. Pairs of points at about the
+// tolerance from each other, points almost in line and ranges near the tolerance are where starts could lead to different
+// ends.
 TEST(SameAsPlain, ConstructionOfManyPoints)
 {
+    int nCompared = 0;
     for (std::uint64_t nSeed = 0; nSeed < 6; ++nSeed) {
         SCOPED_TRACE(nSeed);
         Dice dice(nSeed);
         Sites aPaired = RandomSites(1000, nSeed, 10.0), aInLine = RandomSites(600, nSeed + 50, 10.0);
+        Sites aTwice = RandomSites(1500, nSeed), aScanned, aHeaps;
+        aTwice.insert(aTwice.end(), aTwice.begin(), aTwice.begin() + 1000);
         for (size_t i = 0; i < 1000; ++i) {
             const double dReach = std::exp(dice.Uniform(-16.0, -9.0));   // 1e-7 .. 1e-4
             const double dx = dice.Uniform(-dReach, dReach), dy = dice.Uniform(-dReach, dReach);
@@ -132,18 +137,46 @@ TEST(SameAsPlain, ConstructionOfManyPoints)
             const double t = dice.Uniform(0.0, 10.0);
             aInLine.push_back({t, 3.0 + 0.5 * t + dy, 0.0});
         }
+        for (int i = 0; i < 3000;
+             ++i) {   // to and fro, and heaps that differ in width by a factor of a million
+            const int nAlong = i / 60 % 2 == 0 ? i % 60 : 60 - i % 60;
+            aScanned.push_back({nAlong + dice.Uniform(0.0, 0.3), i / 60 + dice.Uniform(0.0, 0.3), 0.0});
+            const double dWidth = std::pow(10.0, dice.Below(7) - 4);
+            aHeaps.push_back({1e3 * dWidth + dice.Uniform(0.0, dWidth), dice.Uniform(0.0, dWidth), 0.0});
+        }
         const struct {
             const char* szWhat;
             Sites aSite;
         } aCase[] = {{"random", RandomSites(4000, nSeed)},
                      {"clustered", ClusteredSites(2500, nSeed)},
+                     {"heaps of every width", aHeaps},
                      {"pairs", Shuffled(aPaired, nSeed)},
+                     {"duplicates", Shuffled(aTwice, nSeed)},
                      {"almost in line", Shuffled(aInLine, nSeed)},
+                     {"scan lines", aScanned},
+                     {"a millimetre wide", RandomSites(2000, nSeed, 1e-3)},
+                     {"as wide as the earth", RandomSites(2000, nSeed, 4e7)},
+                     {"grid", GridSites(50, 60, 0.7)},
                      {"shuffled grid", Shuffled(GridSites(50, 60, 0.7), nSeed)},
                      {"shuffled grid, turned", Shuffled(GridSites(50, 60, 0.7, 0.4, 3e5, 4e6), nSeed)}};
         for (const auto& c : aCase) {
             SCOPED_TRACE(c.szWhat);
-            Pair(c.aSite).BuildBoth();
+            nCompared += Pair(c.aSite).BuildBoth() ? 1 : 0;
+        }
+    }
+    EXPECT_GE(nCompared, 6 * 9) << "most inputs must really be compared";
+}
+
+TEST(SameAsPlain, ConstructionWithCoordinatesThatAreNoPlaces)
+{
+    const double inf = std::numeric_limits<double>::infinity(), nan = inf - inf;
+    for (const double dOdd : {nan, inf, -inf, 1e300, 1e-300}) {
+        for (const size_t nWhere : {size_t(0), size_t(100), size_t(299)}) {
+            SCOPED_TRACE(testing::Message() << dOdd << " at " << nWhere);
+            Sites aSite = RandomSites(300, 9);
+            aSite[nWhere].y = dOdd;
+            Pair pair(aSite);
+            pair.BuildBoth();
         }
     }
 }

@@ -1,9 +1,6 @@
-#include <climits>
-
-#include "tin/internal/limits.h"
+#include "tin/internal/bulk_insertion.h"
 #include "tin/tin.h"
 #include "tin/tin_model/careful_build.h"
-#include "tin/tin_model/insertion.h"
 
 namespace {
 
@@ -57,27 +54,14 @@ int CTin::CreateTin(double dAngle)
 int CTin::Triangulation()
 {
     const int nVertices = m_aVertex.GetSize();
-    if (m_aTri.IsEmpty() || nVertices > INT_MAX / qsv::kTrianglesPerVertex) {
+    if (m_aTri.IsEmpty() || nVertices > qsv::kMostVerticesInserted) {
         return 0;
     }
-    CArray<char> aOnHull;
-    aOnHull.SetSize(nVertices, -1);
-    for (int i = 0; i < m_aBoundary.GetSize(); ++i) {
-        aOnHull[m_aBoundary[i]] = 1;
-    }
-    const int nFanCount = m_aTri.GetSize();
-    m_aTri.SetSize(qsv::kTrianglesPerVertex * nVertices, -1);
     m_nOptimDepth = 0;
-    qsv::Inserter inserter(*this, nFanCount);
-    for (int nVt = 0; nVt < nVertices; ++nVt) {
-        if (!aOnHull[nVt]) {
-            inserter.Insert(nVt);
-        }
-    }
-    if (qsv::HasMissedVertex(*this, inserter.TriangleCount())) {
+    const int nLeftOut =
+        qsv::InsertVertices({m_aVertex, m_aTri, m_dEPS, m_dEPS2}, m_aBoundary, m_MinXYZ, m_MaxXYZ);
+    if (nLeftOut != 0 && qsv::HasMissedVertex(*this, m_aTri.GetSize())) {
         qsv::BuildCarefully(*this);
-    } else {
-        m_aTri.SetSize(inserter.TriangleCount(), -1);
     }
     return m_aTri.IsEmpty() ? 0 : 1;
 }

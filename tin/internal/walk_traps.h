@@ -1,0 +1,70 @@
+#ifndef QSV_TIN_INTERNAL_WALK_TRAPS_H
+#define QSV_TIN_INTERNAL_WALK_TRAPS_H
+
+#include "platform/afx_array.h"
+#include "tin/internal/plan_walk.h"
+
+namespace qsv {
+
+// The triangles that can stop a walk to a place farther from them than a reach.
+//
+// The walk lets a place lie a little beyond an edge, by a doubled area of dEPS2 and by rounding. Where two edges run
+// almost alike, such a place can be well past the corner between them:
+//
+//      - - - - - - - - - - - - - _ _        the lines of what is let pass meet far
+//      v ----------------------- _ _  x     beyond the corner
+//      - - - - - - - - - - - - -
+//
+// With the doubled area A and the longest edge L, by at most 2 L dEPS2 / A, and for rounding L^3 / A times a
+// few times 1e-16. Few meshes have many triangles for which that exceeds the reach: each is asked.
+class WalkTraps
+{
+public:
+    WalkTraps(PlanMesh& mesh, const WalkTolerance& tolerance, double dReach);
+    // Gives the triangles their numbers back.
+    ~WalkTraps();
+    WalkTraps(const WalkTraps&) = delete;
+    WalkTraps& operator=(const WalkTraps&) = delete;
+
+    double Reach() const { return m_dReach; }
+    int Count() const { return m_aTrap.GetSize(); }
+    int TriangleAt(int i) const { return m_aTrap[i].nTri; }
+    // Whether a triangle is so flat that it may be clockwise, and circles through it mean nothing. A walk through a
+    // mesh with such a triangle may go round for ever.
+    bool HasFlat() const { return m_nFlat > 0; }
+
+    // To be called for each triangle that is new or has changed, with its doubled area and a number not below
+    // the square of its longest edge.
+    void Update(int nTri, double dArea, double dLength2)
+    {
+        if (m_mesh[nTri].nNumber < 0) {
+            StrikeOff(nTri);
+        }
+        const double dSlack = m_dSlack + kRounding * dLength2, dRoom = dArea * m_dReach;
+        const bool bFlat = !(dArea > kFlat * dLength2);
+        if (bFlat || !(dRoom * dRoom >= dLength2 * dSlack * dSlack)) {
+            Enter(nTri, bFlat);
+        }
+    }
+
+private:
+    struct Trap {
+        int nTri;
+        int nNumber;
+        bool bFlat;
+    };
+    static constexpr double kRounding = 4e-15;
+    static constexpr double kFlat = 1e-10;   // a circle through the corners then has six digits
+
+    void Enter(int nTri, bool bFlat);
+    void StrikeOff(int nTri);
+
+    PlanMesh& m_mesh;
+    const double m_dReach, m_dSlack;
+    CArray<Trap> m_aTrap;
+    int m_nFlat = 0;
+};
+
+}   // namespace qsv
+
+#endif
