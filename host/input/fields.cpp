@@ -29,12 +29,12 @@ std::size_t FieldLength(std::string_view rest, char separator)
 
 void SplitAtBlanks(std::string_view line, std::vector<std::string_view>& fields)
 {
-    constexpr std::string_view kBlanks = " \t";
-    std::size_t first = line.find_first_not_of(kBlanks);
-    while (first != std::string_view::npos) {
-        const std::size_t end = line.find_first_of(kBlanks, first);
-        fields.push_back(WithoutQuotes(line.substr(first, end - first)));
-        first = line.find_first_not_of(kBlanks, end);
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+    for (std::size_t i = 0; i < line.size();) {
+        const std::size_t first = i;
+        while (i < line.size() && !isBlank(line[i])) ++i;
+        if (i > first) fields.push_back(WithoutQuotes(line.substr(first, i - first)));
+        while (i < line.size() && isBlank(line[i])) ++i;
     }
 }
 

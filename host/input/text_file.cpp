@@ -3,6 +3,8 @@
 #include "host/failure.h"
 #include "host/input/whole_file.h"
 
+#include <algorithm>
+
 namespace qsvtin {
 
 namespace {
@@ -44,17 +46,19 @@ void TextFile::CheckIsText()
     }
 }
 
+// A line ends at its first line feed or carriage return. The next line feed is looked for once, however many
+// carriage returns stand before it.
 bool TextFile::NextLine(std::string_view& line)
 {
-    const std::string_view rest = std::string_view(m_text).substr(m_position);
-    if (rest.empty()) return false;
-    const std::size_t end = rest.find_first_of("\r\n");
-    line = rest.substr(0, end);
-    if (end == std::string_view::npos) {
-        m_position = m_text.size();
-    } else {
-        m_position += end + (StartsWith(rest.substr(end), "\r\n") ? 2 : 1);
+    const std::string_view text = m_text;
+    if (m_position >= text.size()) return false;
+    if (m_lineFeed < m_position || m_lineNumber == 0) {
+        m_lineFeed = std::min(text.find('\n', m_position), text.size());
     }
+    line = text.substr(m_position, m_lineFeed - m_position);
+    line = line.substr(0, line.find('\r'));
+    m_position += line.size();
+    m_position += StartsWith(text.substr(m_position), "\r\n") ? 2 : 1;
     ++m_lineNumber;
     return true;
 }
@@ -71,10 +75,10 @@ std::string Quoted(std::string_view text)
 
 std::string_view Trimmed(std::string_view text)
 {
-    constexpr std::string_view kBlank = " \t\r\n\v\f";
-    const std::size_t first = text.find_first_not_of(kBlank);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlank) - first + 1);
+    const auto isBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+    return text;
 }
 
 }   // namespace qsvtin

@@ -32,6 +32,7 @@ private:
     std::string m_path;
     std::string m_text;
     std::size_t m_position = 0;
+    std::size_t m_lineFeed = 0;   // the first one from m_position on, once it has been looked for
     int m_lineNumber = 0;
 };
 

@@ -37,6 +37,9 @@ std::string ReadWholeFile(const std::string& path, bool (*goOn)(std::string_view
 {
     const File file = OpenForReading(path);
     std::string bytes;
+    std::error_code unknown;
+    const std::uintmax_t size = std::filesystem::file_size(path, unknown);   // of a pipe it is not known
+    if (!unknown && size < bytes.max_size()) bytes.reserve(static_cast<std::size_t>(size));
     std::array<char, 1 << 16> block;
     while (const std::size_t got = std::fread(block.data(), 1, block.size(), file.get())) {
         bytes.append(block.data(), got);
