@@ -16,6 +16,7 @@
 #include "platform/afx_point.h"
 #include "platform/afx_string.h"
 #include "projection/projection.h"
+#include "tin/add_points.h"
 #include "tin/mesh_check.h"
 #include "tin/tin.h"
 

@@ -37,6 +37,7 @@ set(QSV_SOURCES
   tin/internal/vertex_walk.cpp
   tin/internal/walk_traps.cpp
   tin/mesh_check.cpp
+  tin/tin_model/add_points.cpp
   tin/tin_model/build.cpp
   tin/tin_model/careful_build.cpp
   tin/tin_model/input.cpp
@@ -91,6 +92,7 @@ set(QSV_PUBLIC_HEADERS
   base/xyz.h
   grid3dsphere/grid_3d_sphere.h
   projection/projection.h
+  tin/add_points.h
   tin/breakline.h
   tin/mesh_check.h
   tin/tin.h

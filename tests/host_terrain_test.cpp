@@ -2,7 +2,6 @@
 #include "host/report/build_report.h"
 #include "host/terrain/edge_chains.h"
 #include "host/terrain/local_origin.h"
-#include "host/terrain/point_merge.h"
 #include "host/terrain/terrain.h"
 
 #include <gtest/gtest.h>
@@ -98,33 +97,6 @@ TEST(LocalOrigin, ComesAndGoesWithoutLosingABit)
     const LocalOrigin finnish = ChooseOrigin(aSurvey[0]);
     EXPECT_EQ(finnish.x, 21530180.0);
     EXPECT_EQ(finnish.y, 6782553.0);
-}
-
-// Points so dense that tolerances overlap: which vertex stands for a point depends on the order, and must be
-// the one that the library's own scan finds.
-TEST(PointMerge, GivesTheVerticesOfAddPoint)
-{
-    for (const double size : {3.0, 40.0, 1e5}) {
-        constexpr double kEps = 0.5;
-        std::mt19937 random(12345);
-        std::uniform_real_distribution<double> coordinate(-size, size);
-        std::vector<Position> points;
-        for (int i = 0; i < 2000; ++i) {
-            points.push_back({coordinate(random), coordinate(random), static_cast<double>(i)});
-            if (i % 3 == 0) points.push_back({points.back().x + kEps, points.back().y - kEps, -1.0});
-        }
-        const MergedPoints merged = MergeCoincident(points, kEps);
-        CTin tin;
-        tin.SetEPS(kEps);
-        for (std::size_t i = 0; i < points.size(); ++i) {
-            ASSERT_EQ(tin.AddPoint(points[i].x, points[i].y, points[i].z), merged.vertexOf[i])
-                << size << " " << i;
-        }
-        ASSERT_EQ(static_cast<std::size_t>(tin.GetPointSize()), merged.vertices.size());
-        for (int v = 0; v < tin.GetPointSize(); ++v) {
-            EXPECT_EQ(tin.m_aVertex[v].z, merged.vertices[static_cast<std::size_t>(v)].z);
-        }
-    }
 }
 
 TEST(Prepare, MergesPointsAndTidiesBreaklines)

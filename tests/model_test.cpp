@@ -10,6 +10,8 @@
 #include "support/fixtures.h"
 #include "support/mesh_oracle.h"
 
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
 TEST(Arrays, KeepTheirElementsWhenTheyGrowShrinkOrLoseSome)
 {
     CArray<std::string> aText;
@@ -288,6 +290,67 @@ TEST(Input, MergesWhatCoincidesInPlan)
     EXPECT_EQ(tin.AddPoint(8.125, 8, 0), 1) << "of two, the first";
     tin.SetEPS(-1);
     EXPECT_EQ(tin.AddPoint(8, 8, 0), 3) << "a negative tolerance lets nothing coincide";
+}
+
+namespace {
+
+// Feeds both ways and compares: the plain way is AddPoint for each.
+void CompareAddPoints(const CTin& before, double dEPS, const Sites& aSite)
+{
+    CTin plain = before, tin = before;
+    plain.SetEPS(dEPS);
+    tin.SetEPS(dEPS);
+    CArray<CXYZ> aPoint;
+    CArray<int> aExpected, aVertex;
+    for (const Site& s : aSite) {
+        aPoint.Add(CXYZ(s.x, s.y, s.z));
+        aExpected.Add(plain.AddPoint(s.x, s.y, s.z));
+    }
+    EXPECT_EQ(AddPoints(tin, aPoint, aVertex), plain.GetPointSize() - before.m_aVertex.GetSize());
+    EXPECT_EQ(ToVector(aVertex), ToVector(aExpected));
+    EXPECT_EQ(Dump(tin), Dump(plain));
+}
+
+}   // namespace
+
+// Points so dense that tolerances overlap: which vertex stands for a point depends on the order. The last
+// input has places at the bounds of the tolerance, of the cells of its grid, and of what a double can hold.
+TEST(Input, AddsManyPointsAsAddPointDoesOneByOne)
+{
+    Dice dice(20);
+    Sites aHard = {{0.0, 0.0, 1}, {-0.0, -0.0, 2}};
+    for (const double d :
+         {1e-300, 1e-6, 0.125, 0.5, 4.0, 562949953421312.0, 1e15, 1e16, 1e300, HUGE_VAL, kNan}) {
+        for (int i = 0; i < 12; ++i) {
+            aHard.push_back({dice.Below(2) * d - dice.Below(2), 0.5 * dice.Below(3), 1.0 * i});
+            aHard.push_back({dice.Below(5) - 2.0, -d * dice.Below(2) + 0.125 * dice.Below(5), 1.0 * i});
+        }
+    }
+    const struct {
+        const char* szWhat;
+        Sites aSite;
+    } aCase[] = {{"random", RandomSites(1500, 1)},
+                 {"clustered", ClusteredSites(1500, 2)},
+                 {"a grid, row by row, and again in another order", GridSites(40, 20, 0.25)},
+                 {"hard", Shuffled(aHard, 4)}};
+    for (const auto& c : aCase) {
+        Sites aTwice = c.aSite;
+        const Sites aAgain = Shuffled(c.aSite, 3);
+        aTwice.insert(aTwice.end(), aAgain.begin(), aAgain.end());
+        for (const double dEPS :
+             {1e-6, 0.125, 0.5, 3.0, 1e4, 0.0, -1.0, 1e-18, 1e-300, 1e308, HUGE_VAL, kNan}) {
+            SCOPED_TRACE(testing::Message() << c.szWhat << ", tolerance " << dEPS);
+            CompareAddPoints(CTin(), dEPS, aTwice);
+            CompareAddPoints(Fed(aAgain), dEPS, RandomSites(500, 6));   // vertices that coincide already
+        }
+    }
+    CTin tin = Fed({{0, 0, 1}, {5, 0, 2}, {0, 0, 3}});
+    CArray<int> aVertex;
+    EXPECT_EQ(AddPoints(tin, tin.m_aVertex, aVertex), 0) << "its own vertices";
+    EXPECT_EQ(ToVector(aVertex), (std::vector<int>{0, 1, 0}));
+    tin.SetEPS(-1.0);
+    EXPECT_EQ(AddPoints(tin, tin.m_aVertex, aVertex), 3);
+    EXPECT_EQ(tin.m_aVertex[5].z, 3.0) << "which grow meanwhile";
 }
 
 TEST(Input, InBulkOverwritesAndCuts)

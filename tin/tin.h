@@ -99,7 +99,8 @@ public:
     /// Adds a point unless one stands there already.
     /// @return index of the first vertex that coincides with (x, y), whose height stays; else of the new
     ///         vertex
-    /// Cost: a scan of all vertices. For many points use BeginAddPoint and AddPoint2.
+    /// Cost: a scan of all vertices. For many points there is AddPoints (tin/add_points.h), with the same
+    /// result, and BeginAddPoint with AddPoint2, which merge nothing.
     int AddPoint(double x, double y, double z);
     /// Starts bulk feeding at index 0: resizes the vertex array to nSize, keeping the first vertices until
     /// they are overwritten.

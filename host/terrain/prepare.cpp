@@ -1,7 +1,8 @@
 #include "host/terrain/prepare.h"
 
 #include "host/failure.h"
-#include "host/terrain/point_merge.h"
+
+#include "qsv_3dprocess.h"
 
 #include <algorithm>
 #include <cmath>
@@ -34,6 +35,31 @@ AllPositions Gather(const SurveyData& survey)
         all.Add(line.file, line.points, line.lines);
     }
     return all;
+}
+
+// The positions without those that stand where an earlier one stands, whose height stays.
+struct MergedPositions {
+    std::vector<Position> vertices;
+    std::vector<int> vertexOf;   // for every position, the vertex that stands for it
+};
+
+MergedPositions MergeCoincident(const std::vector<Position>& positions, double eps)
+{
+    CArray<CXYZ> points;
+    points.SetSize(static_cast<int>(positions.size()));
+    std::transform(positions.begin(), positions.end(), points.GetData(),
+                   [](const Position& p) { return CXYZ(p.x, p.y, p.z); });
+    CTin tin;
+    tin.SetEPS(eps);
+    CArray<int> vertexOf;
+    AddPoints(tin, points, vertexOf);
+    MergedPositions merged;
+    merged.vertexOf.assign(vertexOf.GetData(), vertexOf.GetData() + vertexOf.GetSize());
+    for (int v = 0; v < tin.GetPointSize(); ++v) {
+        const CXYZ& p = tin.m_aVertex[v];
+        merged.vertices.push_back({p.x, p.y, p.z});
+    }
+    return merged;
 }
 
 // The chain of vertices of one breakline, whose positions follow each other from index first on.
@@ -88,7 +114,7 @@ PreparedSurvey PrepareSurvey(const SurveyData& survey, double eps)
     for (Position& p : all.positions) {
         p = prepared.origin.ToLocal(p);
     }
-    MergedPoints merged = MergeCoincident(all.positions, eps);
+    MergedPositions merged = MergeCoincident(all.positions, eps);
     RequireSurface(merged.vertices, eps);
 
     std::size_t next = 0;

@@ -10,12 +10,24 @@ namespace qsv {
 
 namespace {
 
-// Largest cell number at which the quotient that gives it is still exact to an eighth of a cell, so that
-// places within the tolerance stay in neighbouring cells.
-constexpr double kMaxCellNumber = 1125899906842624.0;   // 2^50
+// A cell is so much larger than the tolerance that the tolerance around a place seldom reaches into a second
+// one, and no larger: points just beyond the tolerance from each other may fill it.
+constexpr double kTolerancesPerCell = 8.0;
 
-// A cell for places that no vertex can coincide with.
-constexpr std::int64_t kNowhere = INT64_MAX / 2;
+// How far from a place, in cells, what coincides with it is looked for: an eighth for the tolerance, the rest
+// for the rounding of two quotients, which is a 64th at the outermost cells.
+constexpr double kReach = 0.25;
+constexpr double kOutermostCell = 140737488355328.0;   // 2^47
+
+// Cell 0 where the quotient is not a number: an infinite coordinate coincides with others when the tolerance is
+// infinite too, and then they are all in the cells around 0.
+std::int64_t CellNumber(double d)
+{
+    if (std::isnan(d)) {
+        return 0;
+    }
+    return static_cast<std::int64_t>(std::floor(std::fmin(std::fmax(d, -kOutermostCell), kOutermostCell)));
+}
 
 std::int64_t BitsOf(double d)
 {
@@ -28,44 +40,37 @@ std::int64_t BitsOf(double d)
 }   // namespace
 
 PlanIndex::PlanIndex(const CArray<CXYZ>& aVertex, double dEPS)
-    : m_aVertex(aVertex), m_dEPS(dEPS), m_eBinning(BinningFor(aVertex, dEPS))
+    : m_aVertex(aVertex), m_dEPS(dEPS), m_dCell(dEPS > 0.0 ? kTolerancesPerCell * dEPS : 0.0)
 {
+    Reserve(32);
 }
 
-PlanIndex::Binning PlanIndex::BinningFor(const CArray<CXYZ>& aVertex, double dEPS)
+std::int64_t PlanIndex::CellOf(double dCoordinate) const
 {
-    if (!(dEPS > 0.0)) {
-        return Binning::ByPlace;
-    }
-    double dLargest = 0.0;
-    for (int i = 0; i < aVertex.GetSize(); ++i) {
-        dLargest = std::fmax(dLargest, std::fmax(std::fabs(aVertex[i].x), std::fabs(aVertex[i].y)));
-    }
-    const bool bGrid = std::isfinite(2.0 * dEPS) && dLargest / (2.0 * dEPS) < kMaxCellNumber;
-    return bGrid ? Binning::Grid : Binning::OneCell;
+    return m_dCell > 0.0 ? CellNumber(dCoordinate / m_dCell) : BitsOf(dCoordinate);
 }
 
-PlanIndex::Cell PlanIndex::CellOf(double x, double y) const
+PlanIndex::Span PlanIndex::CellsAround(double dCoordinate) const
 {
-    if (m_eBinning == Binning::ByPlace) {
-        return {BitsOf(x), BitsOf(y)};
+    if (m_dCell > 0.0) {
+        const double dCell = dCoordinate / m_dCell;
+        return {CellNumber(dCell - kReach), CellNumber(dCell + kReach)};
     }
-    if (m_eBinning == Binning::OneCell) {
-        return {0, 0};
-    }
-    const double cx = std::floor(x / (2.0 * m_dEPS)), cy = std::floor(y / (2.0 * m_dEPS));
-    if (!(std::fabs(cx) <= 2.0 * kMaxCellNumber && std::fabs(cy) <= 2.0 * kMaxCellNumber)) {
-        return {kNowhere, kNowhere};
-    }
-    return {static_cast<std::int64_t>(cx), static_cast<std::int64_t>(cy)};
+    return {BitsOf(dCoordinate), BitsOf(dCoordinate)};
 }
 
-int PlanIndex::BucketOf(const Cell& cell) const
+// Odd multipliers spread the cells (Steele, Lea, Flood, "Fast splittable pseudorandom number generators", 2014).
+std::uint32_t PlanIndex::HashOf(std::int64_t nCellX, std::int64_t nCellY)
 {
-    // Odd multipliers spread neighbouring cells; the high bits of the product are the mixed ones.
-    const std::uint64_t n = static_cast<std::uint64_t>(cell.x) * 0x9E3779B97F4A7C15u +
-                            static_cast<std::uint64_t>(cell.y) * 0xC2B2AE3D27D4EB4Fu;
-    return static_cast<int>((n >> 32) & static_cast<std::uint64_t>(m_aBucket.GetUpperBound()));
+    std::uint64_t n = static_cast<std::uint64_t>(nCellX) * 0x9E3779B97F4A7C15u;
+    n = (n ^ (n >> 32) ^ static_cast<std::uint64_t>(nCellY)) * 0xBF58476D1CE4E5B9u;
+    n = (n ^ (n >> 32)) * 0x94D049BB133111EBu;
+    return static_cast<std::uint32_t>(n >> 32);
+}
+
+const PlanIndex::Bucket& PlanIndex::BucketOf(std::uint32_t nHash) const
+{
+    return m_aBucket[static_cast<int>(nHash & static_cast<std::uint32_t>(m_aBucket.GetUpperBound()))];
 }
 
 bool PlanIndex::IsAtPlace(int nVt, double x, double y) const
@@ -74,30 +79,44 @@ bool PlanIndex::IsAtPlace(int nVt, double x, double y) const
     return IsSamePlace(x, y, p.x, p.y, m_dEPS);
 }
 
-void PlanIndex::Enter(int nVt)
+void PlanIndex::Reserve(int nEntries)
 {
-    const CXYZ& p = VertexAt(m_aVertex, nVt);
-    m_aEntry.Add({CellOf(p.x, p.y), nVt, -1});
-    if (m_aEntry.GetSize() > m_aBucket.GetSize()) {
-        Rebucket();
-    } else {
-        int& nBucket = m_aBucket[BucketOf(m_aEntry[m_aEntry.GetUpperBound()].cell)];
-        m_aEntry[m_aEntry.GetUpperBound()].nNext = nBucket;
-        nBucket = m_aEntry.GetUpperBound();
+    int nBuckets = m_aBucket.IsEmpty() ? 1 : m_aBucket.GetSize();
+    while (nBuckets < nEntries && nBuckets <= INT32_MAX / 2) {
+        nBuckets *= 2;
+    }
+    if (nBuckets == m_aBucket.GetSize()) {
+        return;
+    }
+    m_aBucket.SetSize(nBuckets, -1);
+    for (int b = 0; b < nBuckets; ++b) {
+        m_aBucket[b] = {-1, -1};
+    }
+    for (int e = 0; e < m_aEntry.GetSize(); ++e) {
+        Append(e);
     }
 }
 
-void PlanIndex::Rebucket()
+void PlanIndex::Enter(int nVt)
 {
-    m_aBucket.SetSize(m_aBucket.IsEmpty() ? 64 : 2 * m_aBucket.GetSize(), -1);
-    for (int b = 0; b < m_aBucket.GetSize(); ++b) {
-        m_aBucket[b] = -1;
+    const CXYZ& p = VertexAt(m_aVertex, nVt);
+    Reserve(m_aEntry.GetSize() + 1);
+    Append(m_aEntry.Add({HashOf(CellOf(p.x), CellOf(p.y)), nVt, -1}));
+}
+
+// Puts an entry at the end of its bucket, so that a search meets the entries in their order.
+void PlanIndex::Append(int nEntry)
+{
+    Entry& entry = m_aEntry[nEntry];
+    entry.nNext = -1;
+    Bucket& bucket =
+        m_aBucket[static_cast<int>(entry.nHash & static_cast<std::uint32_t>(m_aBucket.GetUpperBound()))];
+    if (bucket.nFirst < 0) {
+        bucket.nFirst = nEntry;
+    } else {
+        m_aEntry[bucket.nLast].nNext = nEntry;
     }
-    for (int e = 0; e < m_aEntry.GetSize(); ++e) {
-        int& nBucket = m_aBucket[BucketOf(m_aEntry[e].cell)];
-        m_aEntry[e].nNext = nBucket;
-        nBucket = e;
-    }
+    bucket.nLast = nEntry;
 }
 
 int PlanIndex::FindFirst(double x, double y) const

@@ -11,9 +11,9 @@ namespace qsv {
 // Finds, among the vertices entered so far, the one entered first that lies at a place within a tolerance.
 // Same answers as a scan of them in the order of entry, in constant time when few lie close together.
 //
-// Vertices are binned into square cells of twice the tolerance, so that two places within it lie in the
-// same or in neighbouring cells. With a tolerance of 0 or less every place is a cell of its own. Where cell
-// numbers would be too large to be exact, all entries lie in one cell and the search is that scan.
+// Vertices are binned into square cells of eight tolerances, so that most places have all that lies within
+// the tolerance in their own cell. With a tolerance of 0 or less every place is a cell of its own. Places
+// too far out for exact cell numbers share the outermost cells, where the search is that scan.
 //
 // Lives inside one operation: it refers to the vertex array, and entries must not move meanwhile.
 class PlanIndex
@@ -21,6 +21,8 @@ class PlanIndex
 public:
     PlanIndex(const CArray<CXYZ>& aVertex, double dEPS);
 
+    // Makes room for so many entries.
+    void Reserve(int nEntries);
     void Enter(int nVt);
 
     // The vertex entered first whose x and y differ by at most the tolerance and that fnAccept takes; -1.
@@ -29,27 +31,31 @@ public:
     int FindFirst(double x, double y) const;
 
 private:
-    enum class Binning { Grid, ByPlace, OneCell };
-    struct Cell {
-        std::int64_t x, y;
+    // Cell numbers on one axis, both included.
+    struct Span {
+        std::int64_t nFirst, nLast;
     };
     struct Entry {
-        Cell cell;
+        std::uint32_t nHash;   // of the cell
         int nVt;
-        int nNext;   // entry in the same bucket, -1 at the end
+        int nNext;   // entry in the same bucket, a later one; -1 at the end
+    };
+    struct Bucket {
+        int nFirst, nLast;   // entries, -1 when there is none
     };
 
-    static Binning BinningFor(const CArray<CXYZ>& aVertex, double dEPS);
-    Cell CellOf(double x, double y) const;
-    int BucketOf(const Cell& cell) const;
+    std::int64_t CellOf(double dCoordinate) const;
+    Span CellsAround(double dCoordinate) const;
+    const Bucket& BucketOf(std::uint32_t nHash) const;
     bool IsAtPlace(int nVt, double x, double y) const;
-    void Rebucket();
+    void Append(int nEntry);
+    static std::uint32_t HashOf(std::int64_t nCellX, std::int64_t nCellY);
 
     const CArray<CXYZ>& m_aVertex;
     const double m_dEPS;
-    const Binning m_eBinning;
-    CArray<Entry> m_aEntry;   // in the order of entry
-    CArray<int> m_aBucket;    // first entry of each bucket, -1; a power of two of them
+    const double m_dCell;       // side of a cell; 0 when every place is one
+    CArray<Entry> m_aEntry;     // in the order of entry
+    CArray<Bucket> m_aBucket;   // a power of two of them
 };
 
 template <class ACCEPT>
@@ -58,16 +64,14 @@ int PlanIndex::FindFirst(double x, double y, ACCEPT fnAccept) const
     if (m_aEntry.IsEmpty()) {
         return -1;
     }
-    const Cell centre = CellOf(x, y);
-    const int nReach = m_eBinning == Binning::Grid ? 1 : 0;
+    const Span columns = CellsAround(x), rows = CellsAround(y);
     int nFirst = m_aEntry.GetSize();
-    for (std::int64_t dx = -nReach; dx <= nReach; ++dx) {
-        for (std::int64_t dy = -nReach; dy <= nReach; ++dy) {
-            const Cell cell = {centre.x + dx, centre.y + dy};
-            for (int e = m_aBucket[BucketOf(cell)]; e >= 0; e = m_aEntry[e].nNext) {
+    for (std::int64_t nX = columns.nFirst; nX <= columns.nLast; ++nX) {
+        for (std::int64_t nY = rows.nFirst; nY <= rows.nLast; ++nY) {
+            const std::uint32_t nHash = HashOf(nX, nY);
+            for (int e = BucketOf(nHash).nFirst; e >= 0 && e < nFirst; e = m_aEntry[e].nNext) {
                 const Entry& entry = m_aEntry[e];
-                if (e < nFirst && entry.cell.x == cell.x && entry.cell.y == cell.y &&
-                    IsAtPlace(entry.nVt, x, y) && fnAccept(entry.nVt)) {
+                if (entry.nHash == nHash && IsAtPlace(entry.nVt, x, y) && fnAccept(entry.nVt)) {
                     nFirst = e;
                 }
             }
