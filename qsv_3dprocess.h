@@ -17,6 +17,7 @@
 #include "platform/afx_string.h"
 #include "projection/projection.h"
 #include "tin/add_points.h"
+#include "tin/height_finder.h"
 #include "tin/mesh_check.h"
 #include "tin/tin.h"
 

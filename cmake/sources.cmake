@@ -58,6 +58,7 @@ set(QSV_SOURCES
   tin/tin_edit/vertex_steps.cpp
   tin/tin_query/containment.cpp
   tin/tin_query/height.cpp
+  tin/tin_query/height_finder.cpp
   tin/tin_query/insert_point.cpp
   tin/tin_query/measure.cpp
   tin/tin_query/nearest.cpp
@@ -94,6 +95,7 @@ set(QSV_PUBLIC_HEADERS
   projection/projection.h
   tin/add_points.h
   tin/breakline.h
+  tin/height_finder.h
   tin/mesh_check.h
   tin/tin.h
   tin/triangle.h

@@ -182,6 +182,96 @@ TEST(Height, WalkAgreesWithAScan)
     }
 }
 
+// Every answer of a finder, alone and among many, is that of the member from the start that it names, to the
+// bit; and from the triangle that it found.
+void CompareFinderWithMember(CTin& tin, const Sites& aSite, int nFoundAtLeast)
+{
+    CArray<CXYZ> aPlace;
+    for (const Site& s : aSite) {
+        aPlace.Add(CXYZ(s.x, s.y, s.z));
+    }
+    const CHeightFinder finder(tin);
+    CArray<CHeightAnswer> aAnswer;
+    const int nFound = finder.Find(aPlace, aAnswer);
+    ASSERT_EQ(aAnswer.GetSize(), aPlace.GetSize());
+    int nCounted = 0;
+    for (int i = 0; i < aPlace.GetSize(); ++i) {
+        const double x = aPlace[i].x, y = aPlace[i].y;
+        const CHeightAnswer &one = aAnswer[i], alone = finder.Find(x, y);
+        double z = 0.0, zAgain = 0.0;
+        int nTri = -7, nAgain = -7;
+        ASSERT_EQ(one.m_nResult, tin.InterpolateForPlane(finder.GetStartTri(x, y), x, y, z, nTri));
+        ASSERT_EQ(one.m_nTri, nTri);
+        ASSERT_EQ(std::memcmp(&one.m_dHeight, &z, sizeof z), 0);
+        ASSERT_EQ(std::memcmp(&one, &alone, sizeof one), 0);
+        if (nTri >= 0) {
+            ASSERT_EQ(tin.InterpolateForPlane(nTri, x, y, zAgain, nAgain), one.m_nResult);
+            ASSERT_EQ(nAgain, nTri);
+            ASSERT_EQ(std::memcmp(&zAgain, &z, sizeof z), 0);
+        }
+        nCounted += one.m_nResult;
+    }
+    EXPECT_EQ(nFound, nCounted);
+    EXPECT_GE(nFound, nFoundAtLeast);
+}
+
+TEST(HeightFinder, AnswersAsTheMemberDoes)
+{
+    Sites aAsked = RandomSites(3000, 31, 110.0);
+    aAsked.push_back({kNan, 5.0, 0.0});
+    aAsked.push_back({HUGE_VAL, -HUGE_VAL, 0.0});
+    aAsked.push_back({1e300, 5.0, 0.0});
+    const Sites aRandom = RandomSites(2000, 32), aGrid = GridSites(40, 25, 2.5);
+    const struct {
+        const char* szWhat;
+        CTin tin;
+        Sites aVertex;
+    } aCase[] = {{"random", Built(aRandom), aRandom},
+                 {"grid: places at vertices and on edges", Built(aGrid), aGrid},
+                 {"clustered", Built(ClusteredSites(2000, 33)), ClusteredSites(2000, 33)},
+                 {"trimmed to a ragged outline", Built(RandomSites(800, 34), 0.9), RandomSites(800, 34)},
+                 {"one triangle", Built({{0, 0, 0}, {90, 0, 1}, {0, 90, 2}}), {{90, 0, 1}}}};
+    for (const auto& c : aCase) {
+        SCOPED_TRACE(c.szWhat);
+        CTin tin = c.tin;
+        Sites aAll = aAsked;
+        aAll.insert(aAll.end(), c.aVertex.begin(), c.aVertex.end());
+        for (const Site& s : aGrid) {
+            aAll.push_back({s.x + 1.25, s.y, 0.0});
+        }
+        CompareFinderWithMember(tin, Shuffled(aAll, 35), 1000);
+        tin.AddVPlane(-5.0);
+        CompareFinderWithMember(tin, aAll, 1000);
+        for (int t = 0; t < tin.GetTriSize(); t += 10) {   // links and corners that lead nowhere
+            tin.m_aTri[t].m_nNeighbor[t % 3] = t * 7919;
+            tin.m_aTri[t].m_nVertex[(t + 1) % 3] = -3;
+        }
+        tin.m_aVertex[0].x = kNan;
+        CompareFinderWithMember(tin, aAll, 0);
+    }
+    CTin empty;
+    CompareFinderWithMember(empty, aAsked, 0);
+}
+
+// On a sound terrain it does not matter where a walk starts.
+TEST(HeightFinder, FindsWhatAWalkFromTheFirstTriangleFinds)
+{
+    CTin tin = Built(ClusteredSites(3000, 36));
+    CArray<CXYZ> aPlace;
+    for (const Site& s : RandomSites(3000, 37)) {
+        aPlace.Add(CXYZ(s.x, s.y, 0.0));
+    }
+    CArray<CHeightAnswer> aAnswer;
+    EXPECT_GT(FindHeights(tin, aPlace, aAnswer), 1000);
+    for (int i = 0; i < aPlace.GetSize(); ++i) {
+        double z = 0.0;
+        int nTri = -1;
+        EXPECT_EQ(aAnswer[i].m_nResult, tin.InterpolateForPlane(0, aPlace[i].x, aPlace[i].y, z, nTri));
+        EXPECT_EQ(aAnswer[i].m_nTri, nTri);
+        EXPECT_EQ(aAnswer[i].m_dHeight, z);
+    }
+}
+
 struct Nearest {
     int nResult;
     double x, y, z, d;

@@ -328,6 +328,7 @@ public:
     /// @param nTri       receives the triangle that holds (x, y), or -1; always written
     /// @return 1; 0 when (x, y) is off the surface, nStartTri is out of range, or the triangle is vertical
     /// Positions beyond an outer edge by a doubled area of up to m_dEPS2 still count as on it. Reads only.
+    /// For many positions there is CHeightFinder (tin/height_finder.h).
     int InterpolateForPlane(int nStartTri, const double& x, const double& y, double& z, int& nTri);
     /// Nearest point of the outline to a plan position, inside or outside. m_aBoundary must hold pairs
     /// (UpdateBoundary); of a ring, every other edge would be looked at.

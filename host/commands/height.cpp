@@ -13,6 +13,7 @@
 #include <cmath>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 namespace qsvtin {
 
@@ -27,18 +28,17 @@ struct HeightOptions {
 };
 
 // x and y at the beginning of a line; what follows them, a height for instance, is passed over.
-bool ParsePlace(std::string_view line, Position& at)
+bool ParsePlace(std::string_view line, std::vector<std::string_view>& fields, Position& at)
 {
     const Separator separator = line.find(';') != std::string_view::npos   ? Separator::Semicolon
                                 : line.find(',') != std::string_view::npos ? Separator::Comma
                                                                            : Separator::Blank;
-    std::vector<std::string_view> fields;
     SplitFields(line, separator, fields);
     return fields.size() >= 2 && ParseNumber(fields[0], at.x) && ParseNumber(fields[1], at.y) &&
            IsCoordinate(at.x) && IsCoordinate(at.y);
 }
 
-// Turns places into lines of answer.
+// Collects places and turns them into lines of answer, many at a time.
 class Answers
 {
 public:
@@ -47,10 +47,37 @@ public:
     {
     }
 
-    std::string For(const Position& asked)
+    void Ask(const Position& at) { m_asked.push_back(at); }
+    // Nothing was asked: the answer is an empty line.
+    void AskNothing() { m_asked.push_back(std::nullopt); }
+    std::size_t Waiting() const { return m_asked.size(); }
+
+    // The answers to all that was asked since the last time.
+    std::string Take()
     {
-        const Position local = m_terrain.origin.ToLocal(asked);
-        const auto found = m_surface.Find(local.x, local.y);
+        std::vector<Position> places;
+        for (const auto& at : m_asked) {
+            if (at) places.push_back(m_terrain.origin.ToLocal(*at));
+        }
+        const auto found = m_surface.FindAll(places);
+        std::string answers;
+        std::size_t next = 0;
+        for (const auto& at : m_asked) {
+            if (at) {
+                answers += Answer(*at, places[next], found[next]);
+                ++next;
+            } else {
+                answers += '\n';
+            }
+        }
+        m_asked.clear();
+        return answers;
+    }
+
+private:
+    std::string Answer(const Position& asked, const Position& local,
+                       const std::optional<Surface::Place>& found)
+    {
         Position at{asked.x, asked.y, found ? found->z : std::nan("")};
         double distance = 0.0;
         if (!found && m_options.nearest) {
@@ -61,7 +88,6 @@ public:
         return m_options.json ? AsJson(asked, at, distance, found.has_value()) : AsText(at, distance);
     }
 
-private:
     std::string AsText(const Position& at, double distance) const
     {
         if (!m_options.nearest) return Shortest(at.z) + "\n";
@@ -81,6 +107,7 @@ private:
     const HeightOptions& m_options;
     Terrain m_terrain;
     Surface m_surface;
+    std::vector<std::optional<Position>> m_asked;
 };
 
 // The next line, or as much of it as a place could take up: a device may never end its line.
@@ -101,34 +128,34 @@ bool NextLine(std::streambuf& input, std::string& line)
 // One answer a line, at once when no more lines are waiting: another program may ask and wait in turn.
 void AnswerStream(Answers& answers)
 {
+    constexpr std::size_t kMostWaiting = 1 << 15;
     std::ios::sync_with_stdio(false);
     std::streambuf& input = *std::cin.rdbuf();
-    std::string pending, line;
+    std::string line;
+    std::vector<std::string_view> fields;
     for (int number = 1; NextLine(input, line); ++number) {
         const std::string_view text = Trimmed(line);
         Position at;
         if (text.empty() || text.front() == '#') {
-            pending += "\n";
-        } else if (ParsePlace(text, at)) {
-            pending += answers.For(at);
+            answers.AskNothing();
+        } else if (ParsePlace(text, fields, at)) {
+            answers.Ask(at);
         } else {
-            Print(pending);
+            Print(answers.Take());
             throw Failure("standard input:" + std::to_string(number) + ": " + Quoted(text) +
                           " is no place; give x y");
         }
-        if (pending.size() > (1 << 16) || input.in_avail() <= 0) {
-            Print(pending);
-            pending.clear();
-        }
+        if (answers.Waiting() >= kMostWaiting || input.in_avail() <= 0) Print(answers.Take());
     }
-    Print(pending);
+    Print(answers.Take());
 }
 
 void RunHeight(const HeightOptions& options)
 {
     const bool stream = options.x == "-" && options.y.empty();
     Position at;
-    if (!stream && !ParsePlace(options.x + " " + options.y, at)) {
+    std::vector<std::string_view> fields;
+    if (!stream && !ParsePlace(options.x + " " + options.y, fields, at)) {
         throw Failure("give a place as two numbers, x y, or - to read places from standard input",
                       Failure::BadUsage);
     }
@@ -139,7 +166,8 @@ void RunHeight(const HeightOptions& options)
     if (stream) {
         AnswerStream(answers);
     } else {
-        Print(answers.For(at));
+        answers.Ask(at);
+        Print(answers.Take());
     }
 }
 

@@ -89,6 +89,24 @@ std::optional<Surface::Place> Surface::Find(double x, double y)
     return found;
 }
 
+std::vector<std::optional<Surface::Place>> Surface::FindAll(const std::vector<Position>& places)
+{
+    if (!m_finder) m_finder.emplace(m_tin);
+    CArray<CXYZ> asked;
+    asked.SetSize(static_cast<int>(places.size()));
+    std::transform(places.begin(), places.end(), asked.GetData(),
+                   [](const Position& p) { return CXYZ(p.x, p.y, 0.0); });
+    CArray<CHeightAnswer> answers;
+    m_finder->Find(asked, answers);
+    std::vector<std::optional<Place>> found;
+    for (int i = 0; i < answers.GetSize(); ++i) {
+        const double x = asked[i].x, y = asked[i].y;
+        const bool isFound = answers[i].m_nResult != 0 && IsNear(answers[i].m_nTri, x, y);
+        found.push_back(isFound ? PlaceOn(answers[i].m_nTri, x, y) : Search(x, y));
+    }
+    return found;
+}
+
 // A walk takes a place on the line of an edge, within the tolerance, as on the edge; of a triangle thinner
 // than the tolerance that may be far away.
 bool Surface::IsNear(int triangle, double x, double y) const

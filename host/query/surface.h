@@ -12,9 +12,9 @@
 
 namespace qsvtin {
 
-/// Answers where a place lies on a TIN. Every search walks from the triangle found last, which is short
-/// for places that follow each other. A walk may end outside although a triangle holds the place, where
-/// the mesh has notches, holes, walls or several pieces; then all triangles are asked, through a tree of boxes.
+/// Answers where a place lies on a TIN, by walks through its triangles. A walk may end outside although a
+/// triangle holds the place, where the mesh has notches, holes, walls or several pieces; then all triangles are
+/// asked, through a tree of boxes.
 class Surface
 {
 public:
@@ -27,7 +27,10 @@ public:
     };
     /// The triangle that holds a place, and the height there, never beyond the heights of its corners.
     /// Where several do, any of them; triangles that stand upright have no height in plan and do not count.
+    /// The walk starts from the triangle found last.
     std::optional<Place> Find(double x, double y);
+    /// The same for many places, each from a start of its own: the answers do not depend on their order.
+    std::vector<std::optional<Place>> FindAll(const std::vector<Position>& places);
 
     struct OutlinePlace {
         Position at;
@@ -44,7 +47,8 @@ private:
 
     CTin& m_tin;
     int m_last = 0;
-    std::optional<BoxTree> m_triangles;   // made when first needed, as is the outline
+    std::optional<CHeightFinder> m_finder;   // made when first needed, as are the next two
+    std::optional<BoxTree> m_triangles;
     std::vector<std::pair<int, int>> m_outlineEdges;
     std::optional<BoxTree> m_outline;
 };

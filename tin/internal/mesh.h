@@ -7,12 +7,22 @@
 
 namespace qsv {
 
-// The arrays of a TIN and its tolerances, as the functions of this folder see them.
+// The arrays of a TIN and its tolerances, as those functions of this folder see them that only read.
+struct MeshView {
+    const CArray<CXYZ>& aVertex;
+    const CArray<CTriangle>& aTri;
+    double dEPS;    // bounds coordinate differences
+    double dEPS2;   // bounds doubled areas
+};
+
+// The same for those that change them.
 struct Mesh {
     CArray<CXYZ>& aVertex;
     CArray<CTriangle>& aTri;
-    double dEPS;    // bounds coordinate differences
-    double dEPS2;   // bounds doubled areas
+    double dEPS;
+    double dEPS2;
+
+    operator MeshView() const { return {aVertex, aTri, dEPS, dEPS2}; }
 };
 
 template <class T>
@@ -29,7 +39,7 @@ inline const CXYZ& VertexAt(const CArray<CXYZ>& aVertex, int nVt)
     return IsIndexOf(aVertex, nVt) ? aVertex[nVt] : zero;
 }
 
-inline const CXYZ& CornerAt(const Mesh& mesh, int nTri, int nSlot)
+inline const CXYZ& CornerAt(const MeshView& mesh, int nTri, int nSlot)
 {
     return VertexAt(mesh.aVertex, mesh.aTri[nTri].m_nVertex[nSlot]);
 }

@@ -10,7 +10,7 @@ namespace {
 // What one edge says about the point: that it lies beyond, that the search ends here, or nothing.
 enum class EdgeAnswer { Passed, Beyond, Found };
 
-EdgeAnswer AskEdge(const Mesh& mesh, int nTri, int k, double x, double y, Location& found)
+EdgeAnswer AskEdge(const MeshView& mesh, int nTri, int k, double x, double y, Location& found)
 {
     const CXYZ& a = CornerAt(mesh, nTri, k);
     const CXYZ& b = CornerAt(mesh, nTri, NextSlot(k));
@@ -40,35 +40,41 @@ EdgeAnswer AskEdge(const Mesh& mesh, int nTri, int k, double x, double y, Locati
 
 }   // namespace
 
-Location WalkToPoint(const Mesh& mesh, int nStartTri, double x, double y)
+bool StepWalk(const MeshView& mesh, Walk& walk, Location& found)
 {
-    Location found;
-    if (!IsIndexOf(mesh.aTri, nStartTri)) {
-        return found;
-    }
-    int nTri = nStartTri;
-    int nMoves = 0;
-    int nEarlier = nStartTri;   // where the walk stood after 1, 2, 4, 8, ... moves (Brent 1980)
-    for (int k = 0; k < 3;) {
-        switch (AskEdge(mesh, nTri, k, x, y, found)) {
-        case EdgeAnswer::Found: return found;
-        case EdgeAnswer::Passed: ++k; break;
-        case EdgeAnswer::Beyond:
-            nTri = NeighborAt(mesh.aTri, nTri, NeighborSlotOfEdge(k));
-            if (nTri < 0) {
-                return {-1, kOutside, k};
+    for (int k = 0; k < 3; ++k) {
+        const EdgeAnswer eAnswer = AskEdge(mesh, walk.nTri, k, walk.x, walk.y, found);
+        if (eAnswer == EdgeAnswer::Found) {
+            return false;
+        }
+        if (eAnswer == EdgeAnswer::Beyond) {
+            walk.nTri = NeighborAt(mesh.aTri, walk.nTri, NeighborSlotOfEdge(k));
+            if (walk.nTri < 0) {
+                found = {-1, kOutside, k};
+                return false;
             }
-            if (++nMoves >= mesh.aTri.GetSize() || nTri == nEarlier) {
-                return {};   // back at a triangle of before, the walk would go round until the last move
+            if (++walk.nMoves >= mesh.aTri.GetSize() || walk.nTri == walk.nEarlier) {
+                found = {};   // back at a triangle of before, it would go round until the last move
+                return false;
             }
-            if ((nMoves & (nMoves - 1)) == 0) {
-                nEarlier = nTri;
+            if ((walk.nMoves & (walk.nMoves - 1)) == 0) {
+                walk.nEarlier = walk.nTri;
             }
-            k = 0;
-            break;
+            return true;
         }
     }
-    return {nTri, kInside, 0};
+    found = {walk.nTri, kInside, 0};
+    return false;
+}
+
+Location WalkToPoint(const MeshView& mesh, int nStartTri, double x, double y)
+{
+    Location found;
+    if (IsIndexOf(mesh.aTri, nStartTri)) {
+        Walk walk = StartWalk(nStartTri, x, y);
+        while (StepWalk(mesh, walk, found)) {}
+    }
+    return found;
 }
 
 }   // namespace qsv

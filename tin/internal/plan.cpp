@@ -52,6 +52,21 @@ bool IsInTriangle(const CXYZ& a, const CXYZ& b, const CXYZ& c, double x, double 
     return IsOnInnerSide(a, b, x, y) && IsOnInnerSide(b, c, x, y) && IsOnInnerSide(c, a, x, y);
 }
 
+bool HeightOnPlane(const CXYZ& a, const CXYZ& b, const CXYZ& c, double x, double y, double& z)
+{
+    const double ux = b.x - a.x, uy = b.y - a.y, uz = b.z - a.z;
+    const double wx = c.x - a.x, wy = c.y - a.y, wz = c.z - a.z;
+    const double nx = wz * uy - wy * uz, ny = wx * uz - wz * ux, nz = wy * ux - wx * uy;
+    if (nz == 0.0) {
+        return false;
+    }
+    // The plane's constant goes through b, summed from z to x, and the height comes from a reciprocal: each
+    // step rounds once, and heights must not depend on who computes them.
+    const double d = -((b.z * nz + b.y * ny) + b.x * nx);
+    z = ((d + x * nx) + y * ny) * (-1.0 / nz);
+    return true;
+}
+
 double AngleAt(const CXYZ& o, const CXYZ& a, const CXYZ& b)
 {
     const CXYZ u(a.x - o.x, a.y - o.y, 0.0), w(b.x - o.x, b.y - o.y, 0.0);

@@ -38,6 +38,9 @@ Side SideOf(double dDoubledArea, double dEPS2);
 // clockwise triangle holds no point of its interior.
 bool IsInTriangle(const CXYZ& a, const CXYZ& b, const CXYZ& c, double x, double y);
 
+// Height at (x, y) of the plane through three points; false, with z as it was, when the plane is vertical.
+bool HeightOnPlane(const CXYZ& a, const CXYZ& b, const CXYZ& c, double x, double y, double& z);
+
 // Angle at vertex o between the directions to a and b, 0 .. pi, from the quotient of dot product and
 // lengths; not a number when a direction has no length.
 double AngleAt(const CXYZ& o, const CXYZ& a, const CXYZ& b);
