@@ -25,6 +25,7 @@ declare -A package_of=(
     [x86_64-w64-mingw32-g++-posix]=g++-mingw-w64-x86-64
     [wine]=wine
     [/usr/src/googletest/CMakeLists.txt]=googletest
+    [CGAL/version.h]=libcgal-dev
 )
 # What qsvtin is built with beside the library.
 host_needs=(pkg-config CLI/CLI.hpp fast_float/fast_float.h nlohmann/json.hpp cairo/cairo.h)

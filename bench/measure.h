@@ -1,0 +1,59 @@
+#ifndef QSV_BENCH_MEASURE_H
+#define QSV_BENCH_MEASURE_H
+
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <vector>
+
+// What the programs that measure share.
+
+namespace bench {
+
+inline double Seconds(const timeval& time)
+{
+    return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
+}
+
+// Processor time of this process so far, in user mode or with that of the system for it.
+inline double UserSeconds(int nWho = RUSAGE_SELF)
+{
+    rusage usage = {};
+    getrusage(nWho, &usage);
+    return Seconds(usage.ru_utime);
+}
+inline double ProcessorSeconds(int nWho = RUSAGE_SELF)
+{
+    rusage usage = {};
+    getrusage(nWho, &usage);
+    return Seconds(usage.ru_utime) + Seconds(usage.ru_stime);
+}
+
+inline double Median(std::vector<double> aValue)
+{
+    std::sort(aValue.begin(), aValue.end());
+    return aValue[aValue.size() / 2];
+}
+
+// Medians of several runs of each of some procedures, which take turns: what slows the machine down for a while
+// slows all of them. A procedure returns what it measured; one that is missing gives 0.
+inline std::vector<double> MediansInTurns(int nRuns, const std::vector<std::function<double()>>& aProcedure)
+{
+    std::vector<std::vector<double>> aMeasured(aProcedure.size());
+    for (int run = 0; run < nRuns; ++run) {
+        for (std::size_t i = 0; i < aProcedure.size(); ++i) {
+            aMeasured[i].push_back(aProcedure[i] ? aProcedure[i]() : 0.0);
+        }
+    }
+    std::vector<double> aMedian;
+    for (const auto& measured : aMeasured) {
+        aMedian.push_back(Median(measured));
+    }
+    return aMedian;
+}
+
+}   // namespace bench
+
+#endif
