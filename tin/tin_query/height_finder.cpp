@@ -19,9 +19,9 @@ constexpr int kTrianglesPerCell = 6;
 // How many triangles are looked at to choose the cells.
 constexpr int kSamples = 2048;
 
-// Cells along the side of a block. Positions of one block are answered together: the triangles of so many
-// cells fit the cache nearest to the processor.
-constexpr int kBlock = 16;
+// Cells along the side of a block. Positions of one block are answered together: even when each triangle and
+// each vertex of so many cells lies on a page of memory of its own, the processor remembers where the pages are.
+constexpr int kBlock = 8;
 
 // How many walks go on in turns: enough for the memory of one to arrive while the others are at work.
 constexpr int kLanes = 16;
