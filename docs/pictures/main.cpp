@@ -21,6 +21,7 @@ int main(int argc, char** argv)
         {"polygons", DrawPolygon},
         {"vertex_deletion", DrawVertexDeletion},
         {"trimming", DrawTrimming},
+        {"heights", DrawHeights},
         {"depth_order", DrawDepthOrder},
         {"projection", DrawProjection},
         {"grid_sphere", DrawGridSphere},

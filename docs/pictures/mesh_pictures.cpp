@@ -245,3 +245,49 @@ std::vector<Panel> DrawTrimming()
     DrawMesh(after, trimmed);
     return {before, after};
 }
+
+namespace {
+
+// Shades the triangles that lie on a walk: each time across the first edge that has the place on its right.
+int ShadeWalk(Panel& panel, CTin& tin, int start, Place to)
+{
+    const auto edgeBefore = [&](int t) {
+        for (int k = 0; k < 3; ++k) {
+            const Place a = PlaceOf(tin, tin.m_aTri[t].m_nVertex[k]),
+                        b = PlaceOf(tin, tin.m_aTri[t].m_nVertex[(k + 1) % 3]);
+            if ((b.y - a.y) * (to.x - a.x) - (b.x - a.x) * (to.y - a.y) > 0.0) return k;
+        }
+        return -1;
+    };
+    int steps = 0;
+    for (int t = start; t >= 0; ++steps) {
+        const int* const v = tin.m_aTri[t].m_nVertex;
+        panel.Chain({PlaceOf(tin, v[0]), PlaceOf(tin, v[1]), PlaceOf(tin, v[2])}, true,
+                    "stroke=\"#777\" fill=\"#f6d5cf\"");
+        const int k = edgeBefore(t);
+        t = k >= 0 ? tin.m_aTri[t].m_nNeighbor[(k + 1) % 3] : -1;
+    }
+    panel.Dot(to, kAccent);
+    return steps;
+}
+
+}   // namespace
+
+std::vector<Panel> DrawHeights()
+{
+    CTin tin = TinOf(ScatteredPlaces(120));
+    const CHeightFinder finder(tin);
+    const Place asked[] = {{8.8, 1.3}, {1.9, 2.4}, {6.1, 6.9}};
+    Panel member("from triangle 0", {-0.3, -0.9}, {10.3, 8.3});
+    Panel near("from the starts of a finder", {-0.3, -0.9}, {10.3, 8.3});
+    DrawMesh(member, tin);
+    DrawMesh(near, tin);
+    int steps = 0, nearSteps = 0;
+    for (const Place& p : asked) {
+        steps += ShadeWalk(member, tin, 0, p);
+        nearSteps += ShadeWalk(near, tin, finder.GetStartTri(p.x, p.y), p);
+    }
+    member.Text({5, -0.75}, std::to_string(steps) + " triangles for three places");
+    near.Text({5, -0.75}, std::to_string(nearSteps) + " triangles");
+    return {member, near};
+}

@@ -13,6 +13,7 @@ std::vector<Panel> DrawBreaklines();
 std::vector<Panel> DrawPolygon();
 std::vector<Panel> DrawVertexDeletion();
 std::vector<Panel> DrawTrimming();
+std::vector<Panel> DrawHeights();
 std::vector<Panel> DrawDepthOrder();
 std::vector<Panel> DrawProjection();
 std::vector<Panel> DrawGridSphere();
