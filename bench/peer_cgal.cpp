@@ -63,7 +63,8 @@ double Peer::SecondsToBuildConstrained(const Places& places, const std::vector<P
         constraints.push_back(PointsAt(line));
     }
     const double dStart = UserSeconds();
-    Constrained built(points.begin(), points.end());
+    Constrained built;
+    built.insert(points.begin(), points.end());
     for (const Points& line : constraints) {
         built.insert_constraint(line.begin(), line.end());
     }
