@@ -4,9 +4,9 @@
 #include <cfloat>
 #include <cmath>
 
-#include "platform/prefetch.h"
 #include "tin/internal/mesh_walk.h"
 #include "tin/internal/plan.h"
+#include "tin/internal/prefetch.h"
 #include "tin/tin.h"
 
 using namespace qsv;
@@ -168,11 +168,19 @@ struct Lane {
     bool bCornersAskedFor;
 };
 
+// A record may lie across two cache lines.
+template <class RECORD>
+void PrefetchRecord(const RECORD& record)
+{
+    Prefetch(&record);
+    Prefetch(reinterpret_cast<const char*>(&record) + sizeof record - 1);
+}
+
 void AskForCorners(const MeshView& mesh, Lane& lane)
 {
     for (const int nVt : mesh.aTri[lane.walk.nTri].m_nVertex) {
         if (IsIndexOf(mesh.aVertex, nVt)) {
-            Prefetch(&mesh.aVertex[nVt]);
+            PrefetchRecord(mesh.aVertex[nVt]);
         }
     }
     lane.bCornersAskedFor = true;
@@ -194,8 +202,8 @@ int CHeightFinder::Find(const CArray<CXYZ>& aPlace, CArray<CHeightAnswer>& aAnsw
     const auto takeNext = [&](Lane& lane) {
         const Asked& asked = aAsked[nNext++];
         lane = {StartWalk(GetStartTri(asked.x, asked.y), asked.x, asked.y), asked.nIndex, false};
-        Prefetch(&mesh.aTri[lane.walk.nTri]);
-        Prefetch(&aAnswer[lane.nIndex]);
+        PrefetchRecord(mesh.aTri[lane.walk.nTri]);
+        PrefetchRecord(aAnswer[lane.nIndex]);
     };
     Lane aLane[kLanes];
     int nLanes = 0;
@@ -208,7 +216,7 @@ int CHeightFinder::Find(const CArray<CXYZ>& aPlace, CArray<CHeightAnswer>& aAnsw
         if (!lane.bCornersAskedFor) {
             AskForCorners(mesh, lane);
         } else if (StepWalk(mesh, lane.walk, found)) {
-            Prefetch(&mesh.aTri[lane.walk.nTri]);
+            PrefetchRecord(mesh.aTri[lane.walk.nTri]);
             lane.bCornersAskedFor = false;
         } else {
             aAnswer[lane.nIndex] = AnswerAt(mesh, found.nTri, lane.walk.x, lane.walk.y);
