@@ -89,12 +89,12 @@ int main(int argc, char** argv)
     app.footer("qsvtin COMMAND --help tells more of each, with an example. To begin with:\n"
                "  qsvtin build points.txt --breaklines lines.txt -o site.tin -o site.png");
     app.require_subcommand(1);
-    for (const qsvtin::Command& command : kCommands) {
-        CLI::App& declared = *app.add_subcommand(command.name, command.summary);
-        declared.footer("");   // not that of the program
-        command.declare(declared);
-    }
     try {
+        for (const qsvtin::Command& command : kCommands) {
+            CLI::App& declared = *app.add_subcommand(command.name, command.summary);
+            declared.footer("");   // not that of the program
+            command.declare(declared);
+        }
         RequireKnownCommand(argc, argv);
         app.parse(ArgumentsOf(argc, argv));
         return 0;

@@ -30,7 +30,7 @@ double AskAll(CTin& tin, std::uint64_t nSeed)
 {
     Dice dice(nSeed);
     double dSum = 0.0;
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < 20; ++i) {
         const double x = dice.Uniform(-5.0, 105.0), y = dice.Uniform(-5.0, 105.0);
         const int nTri = dice.Below(tin.GetTriSize()), nVt = dice.Below(tin.GetPointSize());
         double a[9] = {}, d = 0.0, z = 0.0;
@@ -70,7 +70,7 @@ double AskAll(CTin& tin, std::uint64_t nSeed)
         dSum += tin.GetSortList(1, aList, 1) + aList[0] + tin.FindTriWithDepth(x, y);
         dSum += tin.InterpolateForDepth(x, y, z, n[0]) + z;
         dSum += FindMeshFaults(tin, aFault, 3);
-        if (i % 20 == 0) {   // storing only reads too
+        if (i % 10 == 0) {   // storing only reads too
             CMemFile file;
             dSum += tin.WriteBIN_VER1_SUB(file) + tin.WriteBIN_VER2_SUB(file) +
                     static_cast<double>(file.GetLength());
