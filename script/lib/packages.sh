@@ -2,10 +2,11 @@
 # Sourced by the scripts beside it: makes sure that the tools they need are there.
 
 # tool -> the Debian package that brings it. A name with a slash is a header that the compiler must find, or with
-# a slash in front a file.
+# a slash in front a file; libclang_rt is what Clang's sanitizers and libFuzzer run on.
 declare -A package_of=(
     [g++]=g++
     [clang++]=clang
+    [libclang_rt]=libclang-rt-14-dev
     [clang-format]=clang-format-14
     [cmake]=cmake
     [ninja]=ninja-build
@@ -37,6 +38,7 @@ has() {
     case $1 in
         /*) [[ -e $1 ]] ;;
         */*) echo "#include <$1>" | "${CXX:-g++}" -E -x c++ - >/dev/null 2>&1 ;;
+        libclang_rt) compgen -G "$(clang++ -print-resource-dir 2>/dev/null)/lib/*/libclang_rt.fuzzer*" >/dev/null ;;
         clang-format) command -v clang-format-14 >/dev/null || [[ $(clang-format --version 2>/dev/null) == *" version 14."* ]] ;;
         *) command -v "$1" >/dev/null ;;
     esac
