@@ -14,7 +14,7 @@ double ToDegrees(double dRadians)
 }   // namespace
 
 CCalcXYZHV::CCalcXYZHV(const CCalcXYZHV& src) = default;
-CCalcXYZHV& CCalcXYZHV::operator=(const CCalcXYZHV& src) = default;
+CCalcXYZHV& CCalcXYZHV::operator=(const CCalcXYZHV&) = default;
 CCalcXYZHV::~CCalcXYZHV() = default;
 
 double CCalcXYZHV::Angle0To360(double dAngle)

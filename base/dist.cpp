@@ -55,7 +55,8 @@ double CDist::GetValue(DIST_UNIT eUnit) const
 
 CString CDist::GetText(NUMBER_FORMAT eFormat) const
 {
-    return GetNumberText(m_dValue, eFormat) + UnitOf(m_eUnit).szName;
+    CString strText = GetNumberText(m_dValue, eFormat);
+    return strText += UnitOf(m_eUnit).szName;
 }
 
 CString CDist::GetNumberText(double dValue, NUMBER_FORMAT eFormat)

@@ -9,8 +9,19 @@ CPolyline::CPolyline(int nGrowBy, int nCode) : m_nCode(nCode)
     m_aVertex.SetSize(0, nGrowBy);
 }
 
-CPolyline::CPolyline(const CPolyline& src) = default;
-CPolyline& CPolyline::operator=(const CPolyline& src) = default;
+CPolyline::CPolyline(const CPolyline& src) : m_nCode(src.m_nCode), m_bClose(src.m_bClose)
+{
+    m_aVertex.Copy(src.m_aVertex);
+}
+
+CPolyline& CPolyline::operator=(const CPolyline& src)
+{
+    m_aVertex.Copy(src.m_aVertex);
+    m_nCode = src.m_nCode;
+    m_bClose = src.m_bClose;
+    return *this;
+}
+
 CPolyline::~CPolyline() = default;
 
 int CPolyline::GetVertexSize() const

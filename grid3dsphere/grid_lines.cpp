@@ -126,8 +126,25 @@ bool IsWithin(double d, double dMost)
 }   // namespace
 
 CGrid3DSphere::CGrid3DSphere() = default;
-CGrid3DSphere::CGrid3DSphere(const CGrid3DSphere& src) = default;
-CGrid3DSphere& CGrid3DSphere::operator=(const CGrid3DSphere& src) = default;
+
+CGrid3DSphere::CGrid3DSphere(const CGrid3DSphere& src)
+{
+    *this = src;
+}
+
+CGrid3DSphere& CGrid3DSphere::operator=(const CGrid3DSphere& src)
+{
+    m_aLine.Copy(src.m_aLine);
+    m_aLabel.Copy(src.m_aLabel);
+    m_station = src.m_station;
+    m_dRadius = src.m_dRadius;
+    m_dChordError = src.m_dChordError;
+    m_eZenithMode = src.m_eZenithMode;
+    m_eNumberFormat = src.m_eNumberFormat;
+    m_nTextAlign = src.m_nTextAlign;
+    return *this;
+}
+
 CGrid3DSphere::~CGrid3DSphere() = default;
 
 void CGrid3DSphere::InitData()

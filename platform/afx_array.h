@@ -3,6 +3,33 @@
 
 #ifdef QSV_USE_MFC
 #include <afxtempl.h>
+
+namespace qsv {
+
+// MFC's arrays cannot be copied; the ones that this library hands from function to function can.
+template <class TYPE>
+class Array : public CArray<TYPE>
+{
+public:
+    Array() = default;
+    Array(const Array& src) : CArray<TYPE>() { this->Copy(src); }
+    explicit Array(const CArray<TYPE>& src) { this->Copy(src); }
+    Array& operator=(const Array& src)
+    {
+        this->Copy(src);
+        return *this;
+    }
+};
+
+/// Gives to the content of from, of which anything may be left.
+template <class TYPE>
+void MoveInto(CArray<TYPE>& to, CArray<TYPE>& from)
+{
+    to.Copy(from);
+}
+
+}   // namespace qsv
+
 #else
 
 #include <cassert>
@@ -320,6 +347,22 @@ private:
     int m_nMaxSize = 0;
     int m_nGrowBy = 0;
 };
+
+namespace qsv {
+
+/// An array that is handed from function to function. MFC's arrays, with which a host may replace these, cannot
+/// be copied, so a CArray is filled, copied by Copy and moved by MoveInto.
+template <class TYPE>
+using Array = CArray<TYPE>;
+
+/// Gives to the content of from, of which anything may be left. Does not throw.
+template <class TYPE>
+void MoveInto(CArray<TYPE>& to, CArray<TYPE>& from) noexcept
+{
+    to = std::move(from);
+}
+
+}   // namespace qsv
 
 #endif
 #endif

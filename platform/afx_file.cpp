@@ -97,7 +97,7 @@ CMemFile::CMemFile() = default;
 
 CMemFile::CMemFile(const void* pBytes, UINT nCount)
 {
-    Write(pBytes, nCount);
+    CMemFile::Write(pBytes, nCount);
     SeekToBegin();
 }
 

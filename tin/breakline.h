@@ -5,6 +5,26 @@
 
 /// A line that the surface must follow, as a chain of vertices of a TIN. A value: copies are deep.
 struct CBreakLine {
+    CBreakLine() = default;
+    CBreakLine(const CBreakLine& src) : m_bClose(src.m_bClose) { m_aVertexIndex.Copy(src.m_aVertexIndex); }
+    CBreakLine(CBreakLine&& src) noexcept : m_bClose(src.m_bClose)
+    {
+        qsv::MoveInto(m_aVertexIndex, src.m_aVertexIndex);
+    }
+    CBreakLine& operator=(const CBreakLine& src)
+    {
+        m_aVertexIndex.Copy(src.m_aVertexIndex);
+        m_bClose = src.m_bClose;
+        return *this;
+    }
+    CBreakLine& operator=(CBreakLine&& src) noexcept
+    {
+        qsv::MoveInto(m_aVertexIndex, src.m_aVertexIndex);
+        m_bClose = src.m_bClose;
+        return *this;
+    }
+    ~CBreakLine() = default;
+
     CArray<int> m_aVertexIndex;   ///< indices into CTin::m_aVertex, in the order of the line
     int m_bClose = 0;             ///< 1: a ring, whose last vertex joins the first, which is not repeated
 };

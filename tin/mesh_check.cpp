@@ -127,7 +127,7 @@ void CheckIndicesAndLinks(const CTin& tin, FaultList& faults)
 
 // What the uses of one edge by several triangles show, for every slot.
 struct EdgeFaults {
-    CArray<char> aUnlinked, aTwice;
+    Array<char> aUnlinked, aTwice;
 };
 
 EdgeFaults CompareEdgeUses(const CArray<CTriangle>& aTri)
@@ -135,7 +135,7 @@ EdgeFaults CompareEdgeUses(const CArray<CTriangle>& aTri)
     EdgeFaults found;
     found.aUnlinked.SetSize(3 * aTri.GetSize(), -1);
     found.aTwice.SetSize(3 * aTri.GetSize(), -1);
-    const CArray<EdgeUse> aUse = SortedEdgeUses(aTri);
+    const Array<EdgeUse> aUse = SortedEdgeUses(aTri);
     for (int nFirst = 0, nEnd = 0; nFirst < aUse.GetSize(); nFirst = nEnd) {
         nEnd = EndOfEdge(aUse, nFirst);
         if (aUse[nFirst].nLow == aUse[nFirst].nHigh) {

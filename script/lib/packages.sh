@@ -1,4 +1,4 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2034
 # Sourced by the scripts beside it: makes sure that the tools they need are there.
 
 # tool -> the Debian package that brings it. A name with a slash is a header that the compiler must find, or with
@@ -25,6 +25,8 @@ declare -A package_of=(
     [qemu-arm]=qemu-user
     [x86_64-w64-mingw32-g++-posix]=g++-mingw-w64-x86-64
     [wine]=wine
+    [clang-tidy]=clang-tidy
+    [shellcheck]=shellcheck
     [/usr/src/googletest/CMakeLists.txt]=googletest
     [CGAL/version.h]=libcgal-dev
 )

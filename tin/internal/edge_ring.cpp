@@ -54,16 +54,16 @@ private:
 
 }   // namespace
 
-CArray<int> ChainIntoRing(const CArray<DirectedEdge>& aEdge)
+Array<int> ChainIntoRing(const CArray<DirectedEdge>& aEdge)
 {
-    CArray<int> aRing;
+    Array<int> aRing;
     if (aEdge.IsEmpty()) {
         return aRing;
     }
     EdgesByEnd byStart(aEdge, &DirectedEdge::nFrom), byEnd(aEdge, &DirectedEdge::nTo);
     CArray<char> aUsed;
     aUsed.SetSize(aEdge.GetSize(), -1);
-    CArray<int> aInFront;   // from the start of the ring backwards
+    Array<int> aInFront;   // from the start of the ring backwards
     aUsed[0] = 1;
     aRing.Add(aEdge[0].nTo);
     aInFront.Add(aEdge[0].nFrom);

@@ -9,7 +9,7 @@ namespace qsv {
 // that starts where the ring ends is appended, or, when there is none, the first that ends where the ring
 // starts is put in front. Edges that join at neither end are left out, and the closing vertex is not
 // repeated. An open chain counts as closed by the edge from its end to its start.
-CArray<int> ChainIntoRing(const CArray<DirectedEdge>& aEdge);
+Array<int> ChainIntoRing(const CArray<DirectedEdge>& aEdge);
 
 }   // namespace qsv
 

@@ -26,9 +26,9 @@ bool StandsBefore(const EdgeUse& a, const EdgeUse& b)
 
 }   // namespace
 
-CArray<EdgeUse> SortedEdgeUses(const CArray<CTriangle>& aTri)
+Array<EdgeUse> SortedEdgeUses(const CArray<CTriangle>& aTri)
 {
-    CArray<EdgeUse> aUse;
+    Array<EdgeUse> aUse;
     aUse.SetSize(3 * aTri.GetSize(), -1);
     for (int t = 0; t < aTri.GetSize(); ++t) {
         for (int k = 0; k < 3; ++k) {

@@ -16,7 +16,7 @@ struct EdgeUse {
 
 // All edges of all triangles, so sorted that those between the same two vertices stand together, in the
 // order of triangles and slots. Vertex indices are compared, not looked up.
-CArray<EdgeUse> SortedEdgeUses(const CArray<CTriangle>& aTri);
+Array<EdgeUse> SortedEdgeUses(const CArray<CTriangle>& aTri);
 
 // Position behind the last use of the edge whose first use stands at nFirst.
 int EndOfEdge(const CArray<EdgeUse>& aUse, int nFirst);

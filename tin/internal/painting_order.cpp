@@ -93,7 +93,7 @@ public:
     void SettlePosition(int i);
 
 private:
-    static CArray<PlanBox> PlanBoxes(const Mesh& mesh);
+    static Array<PlanBox> PlanBoxes(const Mesh& mesh);
     void FindPairs();
     void FindRivals(int i);
     bool CouldHide(int p, int q) const { return p != q && m_aMaxZ[p] >= m_aMinZ[q]; }
@@ -104,7 +104,7 @@ private:
 
     const Mesh m_mesh;
     CArray<int>& m_aOrder;
-    const CArray<PlanBox> m_aBox;
+    const Array<PlanBox> m_aBox;
     const BoxTree m_tree;
     CArray<double> m_aMinZ, m_aMaxZ;
     CArray<int> m_aPlace;   // of each triangle in the order
@@ -132,9 +132,9 @@ Refinement::Refinement(const Mesh& mesh, CArray<int>& aOrder)
     FindPairs();
 }
 
-CArray<PlanBox> Refinement::PlanBoxes(const Mesh& mesh)
+Array<PlanBox> Refinement::PlanBoxes(const Mesh& mesh)
 {
-    CArray<PlanBox> aBox;
+    Array<PlanBox> aBox;
     aBox.SetSize(mesh.aTri.GetSize(), -1);
     for (int t = 0; t < aBox.GetSize(); ++t) {
         const CXYZ &a = CornerAt(mesh, t, 0), &b = CornerAt(mesh, t, 1), &c = CornerAt(mesh, t, 2);
@@ -186,7 +186,7 @@ void Refinement::FindRivals(int i)
             m_aRival.Add(m_aPlace[q]);
         }
     });
-    std::make_heap(m_aRival.GetData(), m_aRival.GetData() + m_aRival.GetSize(), std::greater<int>());
+    std::make_heap(m_aRival.GetData(), m_aRival.GetData() + m_aRival.GetSize(), std::greater<>());
 }
 
 // Whether p hides what it should not: q is neither clear above p nor p clear below q, and p covers part of q.
@@ -218,7 +218,7 @@ int Refinement::FirstOfRivals(int i)
         if (MustFollow(m_aOrder[i], m_aOrder[j])) {
             return j;
         }
-        std::pop_heap(m_aRival.GetData(), m_aRival.GetData() + nLeft, std::greater<int>());
+        std::pop_heap(m_aRival.GetData(), m_aRival.GetData() + nLeft, std::greater<>());
     }
     return -1;
 }

@@ -59,7 +59,7 @@ void RecentTriangles::Refine()
             aFine[r * nFine + c] = m_aTri[(r / 2) * m_nCells + c / 2];
         }
     }
-    m_aTri = std::move(aFine);
+    MoveInto(m_aTri, aFine);
     m_nCells = nFine;
 }
 

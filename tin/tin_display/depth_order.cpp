@@ -12,9 +12,9 @@ namespace {
 enum SortMode { kLowestVertex = 0, kHighestVertex = 1, kSumOfHeights = 2 };
 
 // Heights side by side: corners are met in no order of the vertices, and this much of them is near at hand.
-CArray<double> Heights(const CArray<CXYZ>& aVertex)
+Array<double> Heights(const CArray<CXYZ>& aVertex)
 {
-    CArray<double> aHeight;
+    Array<double> aHeight;
     aHeight.SetSize(aVertex.GetSize(), -1);
     for (int i = 0; i < aVertex.GetSize(); ++i) {
         aHeight[i] = aVertex[i].z;
@@ -40,7 +40,7 @@ void SortTriangles(const CTin& tin, int nMode, CArray<int>& aOrder, int nOrder)
     CArray<double> aKey;
     aKey.SetSize(tin.m_aTri.GetSize(), -1);
     {
-        const CArray<double> aHeight = Heights(tin.m_aVertex);
+        const Array<double> aHeight = Heights(tin.m_aVertex);
         for (int t = 0; t < aKey.GetSize(); ++t) {
             aKey[t] = SortKey(aHeight, tin.m_aTri[t], nMode);
         }

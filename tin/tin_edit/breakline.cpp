@@ -121,9 +121,9 @@ bool AllBelow(const CArray<int>& aIndex, int nEnd)
 }
 
 // The first points of all breaklines, where enforcement begins.
-CArray<int> StartsOf(const CArray<CBreakLine>& aBreakLine)
+Array<int> StartsOf(const CArray<CBreakLine>& aBreakLine)
 {
-    CArray<int> aStart;
+    Array<int> aStart;
     for (int i = 0; i < aBreakLine.GetSize(); ++i) {
         if (!aBreakLine[i].m_aVertexIndex.IsEmpty()) {
             aStart.Add(aBreakLine[i].m_aVertexIndex[0]);

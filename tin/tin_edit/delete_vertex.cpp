@@ -43,8 +43,8 @@ void ClearMarks(CTin& tin)
 }
 
 struct VertexFan {
-    CArray<DirectedEdge> aOpposite;   // the edge of each triangle that faces the vertex
-    bool bAtOutside = false;          // an edge that touches the vertex lies outside
+    Array<DirectedEdge> aOpposite;   // the edge of each triangle that faces the vertex
+    bool bAtOutside = false;         // an edge that touches the vertex lies outside
 };
 
 VertexFan MarkFan(CTin& tin, int nVt)
@@ -144,9 +144,9 @@ bool StandsBefore(const OpenEdge& a, const OpenEdge& b)
 }
 
 // The edges of the triangles beside the fan that border the hole or the outside, sorted by their vertices.
-CArray<OpenEdge> EdgesBeside(const CArray<CTriangle>& aTri)
+Array<OpenEdge> EdgesBeside(const CArray<CTriangle>& aTri)
 {
-    CArray<OpenEdge> aEdge;
+    Array<OpenEdge> aEdge;
     for (int t = 0; t < aTri.GetSize(); ++t) {
         for (int k = 0; k < 3 && aTri[t].m_bSelect == kBeside; ++k) {
             const int nNeighbor = NeighborAt(aTri, t, k);
@@ -175,7 +175,7 @@ void LinkToSurroundings(CArray<CTriangle>& aTri, const CArray<OpenEdge>& aBeside
 void StitchFill(CTin& tin, const CTin& fill, const CArray<int>& aRing)
 {
     const int nFirst = tin.m_aTri.GetSize();
-    const CArray<OpenEdge> aBeside = EdgesBeside(tin.m_aTri);
+    const Array<OpenEdge> aBeside = EdgesBeside(tin.m_aTri);
     for (int t = 0; t < fill.m_aTri.GetSize(); ++t) {
         CTriangle tri = fill.m_aTri[t];
         for (int k = 0; k < 3; ++k) {
@@ -279,7 +279,7 @@ int CTin::DelVertex(int nVt)
         return 1;
     }
     const VertexFan fan = MarkFan(*this, nVt);
-    const CArray<int> aRing = ChainIntoRing(fan.aOpposite);
+    const Array<int> aRing = ChainIntoRing(fan.aOpposite);
     CXYZ normal = NormalOfSurroundings(*this);
     CRot rot;
     SetRotForNV_Z(normal, rot);

@@ -72,7 +72,7 @@ void LinkEdge(CArray<CTriangle>& aTri, const CArray<EdgeUse>& aUse, int nFirst, 
 
 void CTin::UpdateTopology()
 {
-    const CArray<EdgeUse> aUse = SortedEdgeUses(m_aTri);
+    const Array<EdgeUse> aUse = SortedEdgeUses(m_aTri);
     for (int nFirst = 0; nFirst < aUse.GetSize();) {
         const int nEnd = EndOfEdge(aUse, nFirst);
         LinkEdge(m_aTri, aUse, nFirst, nEnd);

@@ -41,8 +41,8 @@ public:
     ~PutAside()
     {
         if (!m_bTakenUp) {
-            m_tin.m_aVertex = std::move(aInSpace);
-            m_tin.m_aBreakLine = std::move(aLine);
+            qsv::MoveInto(m_tin.m_aVertex, aInSpace);
+            qsv::MoveInto(m_tin.m_aBreakLine, aLine);
             m_tin.m_aTri.SetSize(0, -1);
             m_tin.m_aBoundary.SetSize(0, -1);
         }
@@ -52,8 +52,8 @@ public:
 
     void TakeUp() { m_bTakenUp = true; }
 
-    CArray<CXYZ> aInSpace;
-    CArray<CBreakLine> aLine;
+    qsv::Array<CXYZ> aInSpace;
+    qsv::Array<CBreakLine> aLine;
 
 private:
     CTin& m_tin;
@@ -72,7 +72,7 @@ int CTin::CreateTinObal()
     TurnIntoDirections(m_aVertex);
     const int nDone = CreateTin(0.0);
     if (nDone && !aLine.IsEmpty()) {
-        m_aBreakLine = aLine;
+        m_aBreakLine.Copy(aLine);
         // Enforcement never looks at heights, but interpolates them along the line for every vertex it adds.
         // Repeated with x, then y, in place of the height, it yields the added vertices' place in space.
         const auto interpolate = [&](double CXYZ::*pCoordinate) {
@@ -83,9 +83,9 @@ int CTin::CreateTinObal()
                 tin.m_aVertex[i].z = aInSpace[i].*pCoordinate;
             }
             tin.BreakLine();
-            return tin.m_aVertex;
+            return qsv::Array<CXYZ>(tin.m_aVertex);
         };
-        const CArray<CXYZ> aX = interpolate(&CXYZ::x), aY = interpolate(&CXYZ::y);
+        const qsv::Array<CXYZ> aX = interpolate(&CXYZ::x), aY = interpolate(&CXYZ::y);
         BreakLine();
         for (int i = n; i < m_aVertex.GetSize(); ++i) {
             m_aVertex[i].SetXYZ(aX[i].z, aY[i].z, m_aVertex[i].z);

@@ -87,7 +87,7 @@ private:
         for (int t = 0; t < n; ++t) {
             m_aFirstReference[t + 1] += m_aFirstReference[t];
         }
-        CArray<int> aNext(m_aFirstReference);
+        Array<int> aNext(m_aFirstReference);
         m_aReference.SetSize(m_aFirstReference[n], -1);
         for (int t = 0; t < n; ++t) {
             for (int k = 0; k < 3; ++k) {

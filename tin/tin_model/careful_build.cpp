@@ -115,7 +115,7 @@ private:
     }
 
     CTin& m_tin;
-    const CArray<int> m_aCorner;
+    const Array<int> m_aCorner;
     const double m_dTolerance;
     const Mesh m_mesh;
     int m_nTriCount = 0;
@@ -126,7 +126,7 @@ private:
 };
 
 // The vertices along the outer edges, counter-clockwise, from the first outer edge in triangle order.
-CArray<int> OutlineRing(const CTin& tin)
+Array<int> OutlineRing(const CTin& tin)
 {
     CArray<int> aNext;   // where the outer edge from a vertex ends; -1 inside
     aNext.SetSize(tin.m_aVertex.GetSize(), -1);
@@ -143,7 +143,7 @@ CArray<int> OutlineRing(const CTin& tin)
             }
         }
     }
-    CArray<int> aRing;
+    Array<int> aRing;
     for (int nVt = nFirst; nVt >= 0 && aRing.GetSize() < aNext.GetSize(); nVt = aNext[nVt]) {
         aRing.Add(nVt);
         if (aNext[nVt] == nFirst) {
@@ -166,11 +166,11 @@ int ExtremeOf(const CTin& tin, const CArray<int>& aRing)
 
 // Takes out of the ring, one by one, what is no corner: points in line, within the tolerance, with the
 // corners that are left beside them.
-CArray<int> CornersOf(const CTin& tin, const CArray<int>& aRing)
+Array<int> CornersOf(const CTin& tin, const Array<int>& aRing)
 {
     const CArray<CXYZ>& aVertex = tin.m_aVertex;
     const int n = aRing.GetSize(), nStart = ExtremeOf(tin, aRing);
-    CArray<int> aCorner;
+    Array<int> aCorner;
     for (int i = 0; i <= n; ++i) {   // and back to the start
         const int nVt = aRing[(nStart + i) % n];
         int nLast = aCorner.GetUpperBound();
@@ -220,8 +220,9 @@ bool HasMissedVertex(const CTin& tin, int nTriCount)
 void BuildCarefully(CTin& tin)
 {
     CarefulBuilder(tin).Build();
-    const CArray<int> aRing = OutlineRing(tin);
-    tin.m_aBoundary = aRing.IsEmpty() ? aRing : CornersOf(tin, aRing);   // no triangle: all lie in line
+    const Array<int> aRing = OutlineRing(tin);
+    Array<int> aCorner = aRing.IsEmpty() ? aRing : CornersOf(tin, aRing);   // no triangle: all lie in line
+    MoveInto(tin.m_aBoundary, aCorner);
 }
 
 }   // namespace qsv

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "tin/internal/limits.h"
 #include "tin/internal/mesh.h"
 #include "tin/internal/slots.h"
@@ -16,7 +18,19 @@ CTin::CTin(const CTin& src)
     *this = src;
 }
 
-CTin::CTin(CTin&& src) noexcept = default;
+CTin::CTin(CTin&& src) noexcept
+    : m_strName(std::move(src.m_strName)), m_nSpare(src.m_nSpare), m_dEPS(src.m_dEPS), m_dEPS2(src.m_dEPS2),
+      m_nAddPtCount(src.m_nAddPtCount), m_nOptimDepth(src.m_nOptimDepth), m_MinXYZ(src.m_MinXYZ),
+      m_MaxXYZ(src.m_MaxXYZ), m_nWalkDir(src.m_nWalkDir)
+{
+    MoveInto(m_aVertex, src.m_aVertex);
+    MoveInto(m_aTri, src.m_aTri);
+    MoveInto(m_aDepthOrder, src.m_aDepthOrder);
+    MoveInto(m_aTriNormal, src.m_aTriNormal);
+    MoveInto(m_aVtNormal, src.m_aVtNormal);
+    MoveInto(m_aBoundary, src.m_aBoundary);
+    MoveInto(m_aBreakLine, src.m_aBreakLine);
+}
 
 CTin::~CTin() = default;
 

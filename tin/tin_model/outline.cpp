@@ -12,8 +12,8 @@ namespace {
 // The vertices by their direction from the centre of the plan range, -pi .. pi.
 struct Directions {
     CXYZ centre;
-    CArray<double> aKey;   // ascending
-    CArray<int> aVertex;   // the vertex of each key
+    Array<double> aKey;   // ascending
+    Array<int> aVertex;   // the vertex of each key
 };
 
 Directions SortByDirection(const CArray<CXYZ>& aVertex, const CXYZ& lower, const CXYZ& upper)
