@@ -232,9 +232,9 @@ double ReachFor(const Mesh& mesh, double dSide)
     return std::fmax(std::fmax(dTolerance, dRounding), 1e-3 * dSpacing);
 }
 
-CArray<int> RanksInOrder(int n)
+Array<int> RanksInOrder(int n)
 {
-    CArray<int> aRank;
+    Array<int> aRank;
     aRank.SetSize(n, -1);
     for (int i = 0; i < n; ++i) {
         aRank[i] = i;

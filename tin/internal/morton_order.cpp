@@ -88,7 +88,7 @@ void SortAlongCurve(const CArray<CXYZ>& aVertex, Coded* pFirst, Coded* pRoom, in
 
 }   // namespace
 
-CArray<int> MortonRanks(const CArray<CXYZ>& aVertex, const CXYZ& lower, double dSide)
+Array<int> MortonRanks(const CArray<CXYZ>& aVertex, const CXYZ& lower, double dSide)
 {
     const int n = aVertex.GetSize();
     CArray<Coded> aCoded, aRoom;
@@ -98,7 +98,7 @@ CArray<int> MortonRanks(const CArray<CXYZ>& aVertex, const CXYZ& lower, double d
         aCoded[i].nVt = i;
     }
     SortAlongCurve(aVertex, aCoded.GetData(), aRoom.GetData(), n, {lower.x, lower.y, dSide}, kCloserLooks);
-    CArray<int> aRank;
+    Array<int> aRank;
     aRank.SetSize(n, -1);
     for (int i = 0; i < n; ++i) {
         aRank[aCoded[i].nVt] = i;

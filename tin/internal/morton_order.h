@@ -9,7 +9,7 @@ namespace qsv {
 // The rank of each vertex in an order that keeps neighbours in plan together: along a curve through ever smaller
 // quarters of a square (Morton 1966). However unevenly vertices lie, equally many ranks are an equal part of
 // them. All coordinates are finite and lie in the square of side dSide above lower.
-CArray<int> MortonRanks(const CArray<CXYZ>& aVertex, const CXYZ& lower, double dSide);
+Array<int> MortonRanks(const CArray<CXYZ>& aVertex, const CXYZ& lower, double dSide);
 
 }   // namespace qsv
 
