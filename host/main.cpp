@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iostream>
 #include <new>
 #include <string>
 #include <vector>
@@ -99,7 +100,8 @@ int main(int argc, char** argv)
         app.parse(ArgumentsOf(argc, argv));
         return 0;
     } catch (const CLI::Success& request) {
-        return app.exit(request);   // help or version
+        const int status = app.exit(request);   // help or version
+        return std::cout.flush() ? status : Complain("cannot write the help", qsvtin::Failure::Failed);
     } catch (const CLI::ParseError& error) {
         return Complain(std::string(error.what()) + "; see " + HelpCommand(app), qsvtin::Failure::BadUsage);
     } catch (const qsvtin::Failure& failure) {

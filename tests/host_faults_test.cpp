@@ -74,6 +74,9 @@ TEST_F(Faults, AFullDiskIsToldForEveryFormatAndReport)
         EXPECT_NE(result.err.find("cannot write the report"), std::string::npos) << result.err;
         ExpectOneLine(result);
     }
+    const Result help = Run("--help", "/dev/full");
+    EXPECT_EQ(help.status, 1);
+    ExpectOneLine(help);
 }
 
 TEST_F(Faults, APlaceThatCannotBeWrittenIsNamed)
