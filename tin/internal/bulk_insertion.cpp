@@ -249,7 +249,7 @@ int InsertVertices(const Mesh& mesh, const CArray<int>& aOutline, const CXYZ& lo
     const int n = mesh.aVertex.GetSize();
     const double dSide = std::fmax(upper.x - lower.x, upper.y - lower.y);
     const bool bOrdinary = IsOrdinary(mesh, dSide);
-    CArray<int> aRank = bOrdinary ? MortonRanks(mesh.aVertex, lower, dSide) : RanksInOrder(n);
+    Array<int> aRank = bOrdinary ? MortonRanks(mesh.aVertex, lower, dSide) : RanksInOrder(n);
     PlanMesh planMesh(mesh.aVertex, aRank);
     CArray<int> aSeat;   // of the triangles over the outline: those of as many of its vertices
     for (int t = 0; t < mesh.aTri.GetSize(); ++t) {
