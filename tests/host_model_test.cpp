@@ -204,7 +204,7 @@ TEST_F(Model, RefusesWhatIsDamaged)
         EXPECT_EQ(Get("kept.tin"), "kept");
     }
     Put("a.obj", "v 0 0 1\nv 4 0 1\nv 0 4 1\nf 1 2 3\n");
-    ExpectRefusal("convert a.obj a.dxf", 2, "cannot tell the format");
+    ExpectRefusal("convert a.obj a.dwg", 2, "cannot tell the format");
     ExpectRefusal("convert a.obj missing/a.tin", 1, "there is no folder missing");
 }
 

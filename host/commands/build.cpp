@@ -1,14 +1,15 @@
 #include "host/commands/build.h"
 
 #include "host/commands/options.h"
+#include "host/exchange/exchange_file.h"
 #include "host/failure.h"
-#include "host/input/breakline_text.h"
 #include "host/input/column_order.h"
-#include "host/input/survey_text.h"
+#include "host/input/survey.h"
 #include "host/output/writers.h"
 #include "host/report/build_report.h"
 #include "host/say.h"
 #include "host/stopwatch.h"
+#include "host/terrain/boundary.h"
 #include "host/terrain/mesh_to_tin.h"
 #include "host/terrain/prepare.h"
 #include "host/terrain/terrain.h"
@@ -25,7 +26,11 @@ namespace {
 struct BuildOptions {
     std::vector<std::string> points;
     std::vector<std::string> breaklines;
+    std::vector<std::string> surfaces;
     std::string order;
+    std::string units;
+    bool strings = false;
+    std::vector<std::string> codes;
     double trimAngle = 0.0;
     double eps = 1e-6;
     bool skipBad = false;
@@ -60,10 +65,11 @@ void CheckOptions(const BuildOptions& options)
     if (!options.order.empty() && !OrderFromLetters(options.order)) {
         throw Failure(
             "--order " + options.order +
-                " is no order of columns; give one letter a column: x or e, y or n, z, p for the point "
+                " is no order of columns; give one letter a column: x or e, y or n, z or h, p for the point "
                 "number, d for the description, - for any other, such as xyz or pnezd",
             Failure::BadUsage);
     }
+    UnitFromOption(options.units);
     CheckOutputs(options.outputs);
     for (const std::string& path : options.outputs.paths) {
         RefuseInput(path, options.points);
@@ -71,42 +77,18 @@ void CheckOptions(const BuildOptions& options)
     }
 }
 
-// Ends the command for the bad lines of one file, unless they may be passed over and others were good.
-void JudgeBadLines(const std::vector<BadLine>& bad, bool nothingElse, bool skipBad)
+SurveySources SourcesOf(const BuildOptions& options)
 {
-    if (bad.empty() || (skipBad && !nothingElse)) return;
-    const BadLine& first = bad.front();
-    const std::string place = first.file + ":" + std::to_string(first.line) + ": " + first.reason;
-    if (nothingElse && bad.size() > 1)
-        throw Failure(place + "; no line could be read, give one point a line: x y z");
-    const std::string more =
-        bad.size() > 1 ? " (" + std::to_string(bad.size() - 1) + " more such lines)" : "";
-    throw Failure(place + "; fix the line or pass --skip-bad" + more);
-}
-
-SurveyData ReadSurvey(const BuildOptions& options)
-{
-    SurveyData survey;
-    const auto order = OrderFromLetters(options.order);
-    for (const std::string& path : options.points) {
-        TextFile text(path);
-        std::vector<BadLine> bad;
-        survey.pointFiles.push_back(ReadSurveyPoints(text, order, bad));
-        const PointFile& file = survey.pointFiles.back();
-        JudgeBadLines(bad, file.points.empty(), options.skipBad);
-        survey.columns.emplace_back(path, file.columns);
-        survey.badLines.insert(survey.badLines.end(), bad.begin(), bad.end());
-    }
-    for (const std::string& path : options.breaklines) {
-        TextFile text(path);
-        std::vector<BadLine> bad;
-        const BreaklineFile file = ReadBreaklines(text, bad);
-        JudgeBadLines(bad, file.lines.empty(), options.skipBad);
-        survey.columns.emplace_back(path, file.columns);
-        survey.badLines.insert(survey.badLines.end(), bad.begin(), bad.end());
-        survey.breaklines.insert(survey.breaklines.end(), file.lines.begin(), file.lines.end());
-    }
-    return survey;
+    SurveySources sources;
+    sources.points = options.points;
+    sources.breaklines = options.breaklines;
+    sources.order = OrderFromLetters(options.order);
+    sources.surfaces = options.surfaces;
+    sources.unit = UnitFromOption(options.units);
+    sources.strings = options.strings || !options.codes.empty();
+    sources.codes = options.codes;
+    sources.skipBad = options.skipBad;
+    return sources;
 }
 
 // The names of the input files without their folders.
@@ -129,14 +111,17 @@ void RunBuild(BuildOptions options)
     write.title = OnOneLine(write.title.empty() ? InputNames(options) : write.title);
     Stopwatch stopwatch;
     stopwatch.Enter("read");
-    const SurveyData survey = ReadSurvey(options);
+    const SurveyData survey = ReadSurvey(SourcesOf(options));
+    write.unit = survey.unit;
     stopwatch.Enter("merge");
     const PreparedSurvey prepared = PrepareSurvey(survey, options.eps);
     stopwatch.Enter("build");
     Terrain terrain = BuildTerrain(prepared, options.eps, options.trimAngle);
     stopwatch.Enter("check");
     CheckTerrain(prepared, terrain);
+    const int cut = CutToBoundaries(terrain, survey.boundaries);
     BuildReport report = MakeBuildReport(survey, prepared, terrain);
+    report.cutOff = cut;
     stopwatch.Enter("write");
     UpdateStoredParts(terrain.tin);
     WriteAll(terrain, write, options.outputs.paths);
@@ -150,20 +135,35 @@ void RunBuild(BuildOptions options)
 void DeclareBuild(CLI::App& app)
 {
     const auto options = std::make_shared<BuildOptions>();
-    app.add_option("POINTS", options->points, "text files with one point a line");
+    app.add_option("POINTS", options->points,
+                   "text files with one point a line, or files of other programs: " + ExchangeExtensions());
     app.add_option("--breaklines", options->breaklines,
                    "text file with blocks of x y z lines, an empty line or > between them; may be repeated")
         ->allow_extra_args(false)
         ->type_name("FILE");
-    app.add_option("--order", options->order,
+    app.add_option("--surface", options->surfaces,
+                   "surface of a LandXML file or layer of a drawing to take; may be repeated")
+        ->allow_extra_args(false)
+        ->type_name("NAME");
+    app.add_option("--order,--columns", options->order,
                    "columns of the points, a letter each: xyz, yxz, pnezd, penzd, ...")
         ->type_name("LETTERS");
+    app.add_flag(
+        "--strings", options->strings,
+        "string coded points into breaklines: KERB B begins a line, KERB goes on, KERB E ends and KERB C "
+        "closes it");
+    app.add_option("--codes", options->codes,
+                   "string these codes alone, a line of them begins without a mark too: KERB,DITCH")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("CODES");
     app.add_option("--trim-angle", options->trimAngle,
                    "cut off outer triangles with an angle of at most this at the outer edge")
         ->type_name("DEG");
     app.add_option("--eps", options->eps, "merge points that are this close in x and y (0.000001)")
         ->type_name("LENGTH");
     app.add_flag("--skip-bad", options->skipBad, "pass over lines that cannot be read, and list them");
+    DeclareUnits(app, options->units);
     DeclareOutputs(app, options->outputs);
     DeclareJson(app, options->json);
     SetExample(app, "  qsvtin build points.txt --breaklines lines.txt -o site.tin -o site.png");

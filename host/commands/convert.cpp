@@ -1,6 +1,7 @@
 #include "host/commands/convert.h"
 
 #include "host/commands/options.h"
+#include "host/exchange/landxml.h"
 #include "host/extension.h"
 #include "host/failure.h"
 #include "host/output/tin.h"
@@ -21,15 +22,55 @@ struct ConvertOptions {
     TinChoice choice;
     std::string target;
     OutputChoice outputs;
+    std::string units;
     bool relink = false;
     bool json = false;
 };
 
+bool IsLandXml(const std::string& path)
+{
+    return WriterFor(path).write == WriteLandXml;
+}
+
 // A collection goes over whole unless the target has room for one TIN only, or one was chosen.
 bool TakesAll(const ConvertOptions& options)
 {
-    return options.choice.tin.empty() && ExtensionOf(options.target) == ".tin" &&
-           options.outputs.form.value_or(2) != 0;
+    if (!options.choice.tin.empty()) return false;
+    return IsLandXml(options.target) ||
+           (ExtensionOf(options.target) == ".tin" && options.outputs.form.value_or(2) != 0);
+}
+
+// Converts from the unit that the file states. @return the unit of the result
+LengthUnit ToUnit(LengthUnit wanted, LengthUnit stated, CArray<CTin, CTin&>& tins)
+{
+    if (wanted == LengthUnit::Unknown) return stated;
+    for (int i = 0; i < tins.GetSize(); ++i) {
+        CTin& tin = tins[i];
+        for (int v = 0; v < tin.m_aVertex.GetSize(); ++v) {
+            CXYZ& vertex = tin.m_aVertex[v];
+            vertex.x = Convert(vertex.x, stated, wanted);
+            vertex.y = Convert(vertex.y, stated, wanted);
+            vertex.z = Convert(vertex.z, stated, wanted);
+        }
+        tin.UpdateTinRange();
+    }
+    return wanted;
+}
+
+// All TINs as surfaces of one file.
+void WriteSurfaces(TinFile& file, const WriteOptions& write, const std::string& target)
+{
+    for (int i = 0; i < file.tins.GetSize(); ++i) {
+        RequireUsable(file, i);
+    }
+    WriteFiles({{target, [&](SafeFile& to) {
+                     LandXmlWriter writer(write, to);
+                     for (int i = 0; i < file.tins.GetSize(); ++i) {
+                         writer.AddSurface(LocalTerrain(file.tins[i], true),
+                                           file.tins[i].m_strName.GetString());
+                     }
+                     writer.Finish();
+                 }}});
 }
 
 CArray<CTin, CTin&> TakeTins(TinFile& file, const ConvertOptions& options)
@@ -74,27 +115,36 @@ void Report(const ConvertOptions& options, const CArray<CTin, CTin&>& tins)
     Print(text.Text());
 }
 
+void Write(TinFile& file, const WriteOptions& write, const std::string& target)
+{
+    if (ExtensionOf(target) == ".tin") {
+        WriteFiles({{target, [&](SafeFile& to) { WriteTins(file.tins, write.form, to); }}});
+    } else if (IsLandXml(target)) {
+        WriteSurfaces(file, write, target);
+    } else {
+        RequireUsable(file, 0);
+        Terrain terrain = LocalTerrain(file.tins[0], true);
+        terrain.tin.UpdateNormal();
+        WriteAll(terrain, write, {target});
+    }
+}
+
 void RunConvert(ConvertOptions options)
 {
     options.outputs.paths = {options.target};
     CheckOutputs(options.outputs);
+    const LengthUnit wanted = UnitFromOption(options.units);
     TinFile file = ReadTins(options.choice.file);
     CArray<CTin, CTin&> tins = TakeTins(file, options);
     if (options.relink) Relink(tins);
     WriteOptions& write = options.outputs.options;
     write.form = options.outputs.form.value_or(2);
+    write.unit = ToUnit(wanted, file.unit, tins);
     if (!write.name.empty()) Rename(tins, write.name);
-    if (ExtensionOf(options.target) == ".tin") {
-        WriteFiles({{options.target, [&](SafeFile& to) { WriteTins(tins, write.form, to); }}});
-    } else {
-        file.tins = tins;
-        RequireUsable(file, 0);
-        Terrain terrain = LocalTerrain(tins[0], true);
-        terrain.tin.UpdateNormal();
-        if (write.title.empty()) write.title = tins[0].m_strName.GetString();
-        write.title = OnOneLine(write.title);
-        WriteAll(terrain, write, {options.target});
-    }
+    if (write.title.empty()) write.title = tins[0].m_strName.GetString();
+    write.title = OnOneLine(write.title);
+    file.tins = tins;
+    Write(file, write, options.target);
     Report(options, tins);
 }
 
@@ -106,6 +156,7 @@ void DeclareConvert(CLI::App& app)
     DeclareTin(app, options->choice);
     app.add_option("OUT", options->target, "file to write, by its extension: " + KnownExtensions())
         ->required();
+    DeclareUnits(app, options->units);
     DeclareWriteOptions(app, options->outputs);
     app.add_flag("--relink", options->relink, "rebuild the links between triangles and the outline");
     DeclareJson(app, options->json);

@@ -212,6 +212,7 @@ void RunEdit(EditOptions options)
     terrain.tin.UpdateNormal();
     WriteOptions& write = options.outputs.options;
     write.form = options.outputs.form.value_or(file.form == TinFile::kOtherForm ? 2 : file.form);
+    write.unit = file.unit;
     if (write.title.empty()) write.title = terrain.tin.m_strName.GetString();
     write.title = OnOneLine(write.title);
     Write(file, edited, terrain, options.outputs);

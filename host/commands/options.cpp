@@ -1,5 +1,6 @@
 #include "host/commands/options.h"
 
+#include "host/exchange/exchange_file.h"
 #include "host/failure.h"
 #include "host/output/safe_file.h"
 #include "host/output/writers.h"
@@ -10,8 +11,10 @@ namespace qsvtin {
 
 void DeclareTin(CLI::App& app, TinChoice& choice)
 {
-    app.add_option("FILE", choice.file, "TIN file of any form, or a model: .obj, .ply, .stl")->required();
-    app.add_option("--tin", choice.tin, "the TIN to take, by its number or name (the first)")
+    app.add_option("FILE", choice.file,
+                   "TIN file of any form, or a file of another program: " + ExchangeExtensions())
+        ->required();
+    app.add_option("--tin,--surface", choice.tin, "the TIN to take, by its number or name (the first)")
         ->type_name("NUMBER|NAME");
 }
 
@@ -54,6 +57,24 @@ void CheckOutputs(const OutputChoice& outputs)
     for (const std::string& path : outputs.paths) {
         CheckTarget(path);
     }
+}
+
+void DeclareUnits(CLI::App& app, std::string& unit)
+{
+    app.add_option(
+           "--units", unit,
+           "convert to this unit, such as meter, foot or USSurveyFoot, where the input states its own; "
+           "other input is taken to be in it")
+        ->type_name("UNIT");
+}
+
+LengthUnit UnitFromOption(const std::string& name)
+{
+    const LengthUnit unit = UnitNamed(name);
+    if (unit == LengthUnit::Unknown && !name.empty()) {
+        throw Failure("--units " + name + " is no known unit; give one of " + UnitNames(), Failure::BadUsage);
+    }
+    return unit;
 }
 
 void DeclareJson(CLI::App& app, bool& json)

@@ -36,6 +36,11 @@ void DeclareWriteOptions(CLI::App& app, OutputChoice& outputs);
 /// Finds out before any work is done whether the outputs can be written. @throws Failure when not
 void CheckOutputs(const OutputChoice& outputs);
 
+/// Declares --units.
+void DeclareUnits(CLI::App& app, std::string& unit);
+/// The unit of that name; Unknown for none. @throws Failure (bad usage) for a name of no unit
+LengthUnit UnitFromOption(const std::string& name);
+
 /// Declares --json.
 void DeclareJson(CLI::App& app, bool& json);
 

@@ -20,16 +20,20 @@ constexpr std::array kNames = {
     ColumnName{"e", Column::X},
     ColumnName{"east", Column::X},
     ColumnName{"easting", Column::X},
+    ColumnName{"eastings", Column::X},
     ColumnName{"y", Column::Y},
     ColumnName{"n", Column::Y},
     ColumnName{"north", Column::Y},
     ColumnName{"northing", Column::Y},
+    ColumnName{"northings", Column::Y},
     ColumnName{"z", Column::Z},
     ColumnName{"h", Column::Z},
     ColumnName{"elev", Column::Z},
     ColumnName{"elevation", Column::Z},
     ColumnName{"height", Column::Z},
     ColumnName{"level", Column::Z},
+    ColumnName{"alt", Column::Z},
+    ColumnName{"altitude", Column::Z},
     ColumnName{"rl", Column::Z},
     ColumnName{"p", Column::Point},
     ColumnName{"pt", Column::Point},
@@ -63,14 +67,16 @@ Column ColumnNamed(std::string_view text)
 
 Column ColumnOfLetter(char letter)
 {
-    switch (letter) {
+    switch (std::tolower(static_cast<unsigned char>(letter))) {
     case 'x':
     case 'e': return Column::X;
     case 'y':
     case 'n': return Column::Y;
-    case 'z': return Column::Z;
+    case 'z':
+    case 'h': return Column::Z;
     case 'p': return Column::Point;
-    case 'd': return Column::Description;
+    case 'd':
+    case 'c': return Column::Description;
     default: return Column::Unknown;
     }
 }
@@ -97,6 +103,10 @@ std::optional<ColumnOrder> OrderOf(const std::vector<Column>& columns)
     }
     const auto once = [&](Column column) { return count[static_cast<std::size_t>(column)] == 1; };
     if (!once(Column::X) || !once(Column::Y) || !once(Column::Z)) return std::nullopt;
+    const auto described = std::find(columns.begin(), columns.end(), Column::Description);
+    order.description =
+        described == columns.end() ? order.Needed() : static_cast<int>(described - columns.begin());
+    order.descriptionIsLast = described == columns.end() || described + 1 == columns.end();
     return order;
 }
 
@@ -111,6 +121,7 @@ std::optional<ColumnOrder> OrderFromLetters(std::string_view letters)
 {
     std::vector<Column> columns;
     for (const char letter : letters) {
+        if (letter == ',' || letter == ' ') continue;
         columns.push_back(ColumnOfLetter(letter));
         if (columns.back() == Column::Unknown && letter != '-') return std::nullopt;
     }

@@ -13,13 +13,16 @@ struct ColumnOrder {
     int x = 0;
     int y = 1;
     int z = 2;
-    std::string text = "x y z";   ///< for the report: the columns by name, then how they were found
+    int description = 3;             ///< without a name, what follows the last coordinate
+    bool descriptionIsLast = true;   ///< and reaches to the end of the line
+    std::string text = "x y z";      ///< for the report: the columns by name, then how they were found
 
     /// Columns that a line needs at least.
     int Needed() const;
 };
 
-/// Reads an order given as letters, one a column: x or e, y or n, z, p (point), d (description), - (skip).
+/// Reads an order given as letters, one a column: x or e, y or n, z or h, p (point),
+/// d or c (description), - (skip), in upper or lower case; commas and blanks between them do not count.
 /// @return nothing when a letter is unknown or a coordinate is missing or stands twice
 std::optional<ColumnOrder> OrderFromLetters(std::string_view letters);
 

@@ -87,6 +87,7 @@ PointRows::Row PointRows::Read(std::string_view line, Position& at, std::string&
         m_headingRead = true;
         return Row::Heading;
     }
+    m_line = line;
     const Separator separator = m_separator ? *m_separator : DetectSeparator(line);
     SplitFields(line, separator, m_fields);
     if (!m_order && !FindColumns(reason)) return Row::Bad;
@@ -159,6 +160,15 @@ bool PointRows::ReadCoordinate(int column, double& value, std::string& reason) c
         return false;
     }
     return true;
+}
+
+std::string_view PointRows::Description() const
+{
+    const auto column = static_cast<std::size_t>(m_order->description);
+    if (column >= m_fields.size()) return {};
+    const std::string_view field = m_fields[column];
+    if (!m_order->descriptionIsLast) return field;
+    return m_line.substr(static_cast<std::size_t>(field.data() - m_line.data()));
 }
 
 bool PointRows::IsNumber(int column) const

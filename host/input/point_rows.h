@@ -33,6 +33,9 @@ public:
 
     const std::string& Columns() const { return m_columns; }
 
+    /// The description of the Point read last, which may be empty. Valid as long as its line.
+    std::string_view Description() const;
+
 private:
     bool FindColumns(std::string& reason);
     bool IsHeading(std::string_view line);
@@ -48,6 +51,7 @@ private:
     std::string m_comment;
     std::string m_columns;
     std::vector<std::string_view> m_fields;
+    std::string_view m_line;   // the last one
 };
 
 }   // namespace qsvtin

@@ -1,6 +1,7 @@
 #ifndef QSVTIN_INPUT_SURVEY_DATA_H
 #define QSVTIN_INPUT_SURVEY_DATA_H
 
+#include "host/exchange/length_unit.h"
 #include "host/position.h"
 
 #include <string>
@@ -33,6 +34,14 @@ struct Breakline {
     std::vector<int> lines;   ///< line number of each point
 };
 
+/// A ring that bounds a surface, in plan.
+struct BoundaryRing {
+    enum Kind { Outer, Void, Island };   ///< a void has no ground within, except in islands
+
+    Breakline line;
+    Kind kind = Outer;
+};
+
 /// The breaklines of one file, in its order.
 struct BreaklineFile {
     std::string path;
@@ -43,7 +52,9 @@ struct BreaklineFile {
 /// Everything that was read, in the order of the command line.
 struct SurveyData {
     std::vector<PointFile> pointFiles;
-    std::vector<Breakline> breaklines;                          ///< of all files
+    std::vector<Breakline> breaklines;       ///< of all files
+    std::vector<BoundaryRing> boundaries;    ///< the same; with heights, they are breaklines too
+    LengthUnit unit = LengthUnit::Unknown;   ///< of all coordinates
     std::vector<std::pair<std::string, std::string>> columns;   ///< of all files: path, which column was what
     std::vector<BadLine> badLines;                              ///< those passed over
 };

@@ -6,12 +6,13 @@
 namespace qsvtin {
 
 PointFile ReadSurveyPoints(TextFile& text, const std::optional<ColumnOrder>& order,
-                           std::vector<BadLine>& badLines)
+                           std::vector<BadLine>& badLines, PointStrings* strings)
 {
     PointFile file;
     file.path = text.Path();
     PointRows rows(order, "--order to change");
     const std::size_t badBefore = badLines.size();
+    bool read = false;
     Position at;
     std::string reason;
     for (std::string_view raw; text.NextLine(raw);) {
@@ -23,13 +24,15 @@ PointFile ReadSurveyPoints(TextFile& text, const std::optional<ColumnOrder>& ord
         }
         const PointRows::Row row = rows.Read(line, at, reason);
         if (row == PointRows::Row::Point) {
+            read = true;
+            if (strings && strings->Add(file.path, text.LineNumber(), at, rows.Description())) continue;
             file.points.push_back(at);
             file.lines.push_back(text.LineNumber());
         } else if (row == PointRows::Row::Bad) {
             badLines.push_back({text.Path(), text.LineNumber(), reason});
         }
     }
-    if (file.points.empty() && badLines.size() == badBefore) {
+    if (!read && badLines.size() == badBefore) {
         throw Failure(text.Path() + ": no points in it; give one point a line: x y z");
     }
     file.columns = rows.Columns();

@@ -1,10 +1,8 @@
 #include "host/input/tins.h"
 
+#include "host/exchange/exchange_file.h"
 #include "host/extension.h"
 #include "host/failure.h"
-#include "host/input/obj_mesh.h"
-#include "host/input/ply_mesh.h"
-#include "host/input/stl_mesh.h"
 #include "host/input/text_file.h"
 #include "host/input/whole_file.h"
 #include "host/say.h"
@@ -22,18 +20,6 @@ namespace qsvtin {
 
 namespace {
 
-struct MeshReader {
-    const char* extension;
-    MeshData (*read)(const std::string& path);
-    bool joinVertices;   // every triangle brings its own
-};
-
-constexpr MeshReader kMeshReaders[] = {
-    {".obj", ReadObjMesh, false},
-    {".ply", ReadPlyMesh, false},
-    {".stl", ReadStlMesh, true},
-};
-
 void TellRepairs(const std::string& path, const MeshRepairs& repairs)
 {
     if (repairs.dropped > 0) {
@@ -43,23 +29,37 @@ void TellRepairs(const std::string& path, const MeshRepairs& repairs)
     if (repairs.turnedOver) Note(path + ": all triangles run clockwise and are turned over");
 }
 
-TinFile ReadModel(const std::string& path, const MeshReader& reader)
+void AddSurface(const SurfaceData& surface, TinFile& file)
 {
-    MeshData mesh = reader.read(path);
+    const MeshData& mesh = surface.mesh;
     if (mesh.vertices.size() > INT_MAX / 3 || mesh.triangles.size() > INT_MAX / 3) {
-        throw Failure(path + " has more vertices or triangles than a TIN can hold; cut it into parts");
+        throw Failure(file.path + " has more vertices or triangles than a TIN can hold; cut it into parts");
     }
-    if (reader.joinVertices) mesh = JoinEqualVertices(mesh);
     MeshRepairs repairs;
     CTin tin = TinFromMesh(mesh, repairs);
-    TellRepairs(path, repairs);
-    if (tin.m_aTri.IsEmpty()) {
-        throw Failure(path + " has no triangles; build a surface of points with qsvtin build");
+    TellRepairs(file.path, repairs);
+    if (tin.m_aTri.IsEmpty()) return;
+    tin.m_strName = surface.name.c_str();
+    file.tins.Add(tin);
+    file.stated.push_back({surface.planArea, surface.surfaceArea});
+}
+
+TinFile ReadOthers(const std::string& path)
+{
+    const ExchangeFile read = ReadExchangeFile(path);
+    for (const std::string& remark : read.remarks) {
+        Note(path + ": " + remark);
     }
-    tin.m_strName = StemOf(path).c_str();
     TinFile file;
     file.path = path;
-    file.tins.Add(tin);
+    file.format = read.format;
+    file.unit = read.unit;
+    for (const SurfaceData& surface : read.surfaces) {
+        AddSurface(surface, file);
+    }
+    if (file.tins.IsEmpty()) {
+        throw Failure(path + " has no triangles; build a surface of points with qsvtin build");
+    }
     return file;
 }
 
@@ -116,20 +116,17 @@ std::optional<int> NumberOf(const TinFile& file, const std::string& wanted)
 
 TinFile ReadTins(const std::string& path)
 {
-    const std::string extension = ExtensionOf(path);
-    for (const MeshReader& reader : kMeshReaders) {
-        if (extension == reader.extension) return ReadModel(path, reader);
-    }
+    if (IsExchangeFile(path)) return ReadOthers(path);
     return ReadTinFile(path);
 }
 
-std::string DescribeForm(int form)
+std::string DescribeForm(const TinFile& file)
 {
-    switch (form) {
+    switch (file.form) {
     case 0: return "single TIN";
     case 1: return "collection, version 1";
     case 2: return "collection, version 2";
-    default: return "model";
+    default: return file.format;
     }
 }
 

@@ -1,11 +1,21 @@
 #ifndef QSVTIN_INPUT_TINS_H
 #define QSVTIN_INPUT_TINS_H
 
+#include "host/exchange/length_unit.h"
+
 #include "qsv_3dprocess.h"
 
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace qsvtin {
+
+/// Areas that a file states of a surface; what it does not state is none.
+struct StatedAreas {
+    std::optional<double> plan;
+    std::optional<double> surface;
+};
 
 /// The TINs of one file, in survey coordinates, as the file holds them. Where it has no room for names, a TIN
 /// is named as the file, without folder and extension.
@@ -15,15 +25,18 @@ struct TinFile {
     std::string path;
     int form = kOtherForm;   ///< 0 a single TIN, 1 or 2 a collection of that version
     CArray<CTin, CTin&> tins;
+    std::string format;   ///< of a file in no form of TIN files
+    LengthUnit unit = LengthUnit::Unknown;
+    std::vector<StatedAreas> stated;   ///< of each TIN; empty: none
 };
 
-/// Reads a TIN file of any form, or a model (.obj, .ply, .stl), of which one TIN is made. What had to be
-/// changed in a model is said on standard error.
+/// Reads a TIN file of any form, or a file of another program, whose surfaces become TINs with the same
+/// triangles. What had to be changed or was left out is said on standard error.
 /// @throws Failure when it cannot be read, is damaged or holds no TIN
 TinFile ReadTins(const std::string& path);
 
-/// A form of file in words, such as "collection, version 2".
-std::string DescribeForm(int form);
+/// The form of a file in words, such as "collection, version 2".
+std::string DescribeForm(const TinFile& file);
 
 /// The TIN that the user means.
 /// @param wanted  a number, from 1, or else a name; empty: the first, which is said on standard error when

@@ -1,11 +1,14 @@
 #include "host/output/writers.h"
 
+#include "host/exchange/dxf.h"
+#include "host/exchange/geojson.h"
+#include "host/exchange/landxml.h"
+#include "host/exchange/obj.h"
+#include "host/exchange/ply.h"
+#include "host/exchange/stl.h"
 #include "host/extension.h"
 #include "host/failure.h"
-#include "host/output/obj.h"
 #include "host/output/plan_picture.h"
-#include "host/output/ply.h"
-#include "host/output/stl.h"
 #include "host/output/tin.h"
 #include "host/terrain/triangles.h"
 
@@ -17,10 +20,12 @@ namespace qsvtin {
 namespace {
 
 constexpr std::array kWriters = {
-    Writer{".tin", WriteTin, false},    Writer{".png", WritePlanPng, true},
-    Writer{".svg", WritePlanSvg, true}, Writer{".pdf", WritePlanPdf, true},
-    Writer{".obj", WriteObj, false},    Writer{".ply", WritePly, false},
-    Writer{".stl", WriteStl, false},
+    Writer{".tin", WriteTin, false},         Writer{".png", WritePlanPng, true},
+    Writer{".svg", WritePlanSvg, true},      Writer{".pdf", WritePlanPdf, true},
+    Writer{".obj", WriteObj, false},         Writer{".ply", WritePly, false},
+    Writer{".stl", WriteStl, false},         Writer{".xml", WriteLandXml, false},
+    Writer{".landxml", WriteLandXml, false}, Writer{".dxf", WriteDxf, false},
+    Writer{".geojson", WriteGeoJson, false},
 };
 
 // Pictures need ground, which a mesh of nothing but walls has not.

@@ -24,6 +24,8 @@ void CountPoints(const SurveyData& survey, const PreparedSurvey& prepared, Build
     for (const Breakline& line : survey.breaklines) {
         report.breaklinePoints += line.points.size();
     }
+    report.boundaries = survey.boundaries.size();
+    report.unit = survey.unit;
     report.columns = survey.columns;
     report.rejected = survey.badLines;
     report.pointsMerged = prepared.merged;

@@ -54,6 +54,8 @@ struct BuildReport {
     int vertices = 0;
     int triangles = 0;
     int hull = 0;
+    std::size_t boundaries = 0;
+    int cutOff = 0;   ///< triangles outside the boundaries
     std::size_t breaklines = 0;
     std::size_t closedBreaklines = 0;
     std::size_t segments = 0;
@@ -62,13 +64,14 @@ struct BuildReport {
     std::vector<ReportedCrossing> crossings;
     Position low;
     Position high;
+    LengthUnit unit = LengthUnit::Unknown;
     double planArea = 0.0;
     double surfaceArea = 0.0;
     Stopwatch::Stages seconds;
     std::vector<std::string> written;
 };
 
-/// Gathers the report; seconds and files written are left to the caller. Names of files in it belong to the
+/// Gathers the report; what boundaries cut off, seconds and files written are left to the caller. Names of files in it belong to the
 /// survey.
 BuildReport MakeBuildReport(const SurveyData& survey, const PreparedSurvey& prepared, Terrain& terrain);
 

@@ -88,6 +88,8 @@ std::string ReportAsJson(const BuildReport& report)
     json["vertices"] = report.vertices;
     json["triangles"] = report.triangles;
     json["hull"] = report.hull;
+    json["boundaries"] = report.boundaries;
+    json["cut_off"] = report.cutOff;
     json["breaklines"] = report.breaklines;
     json["breaklines_closed"] = report.closedBreaklines;
     json["segments"] = report.segments;
@@ -97,6 +99,7 @@ std::string ReportAsJson(const BuildReport& report)
     json["rejected"] = ListOf(report.rejected);
     json["unused"] = ListOf(report.unused);
     json["height_conflicts"] = ListOf(report.conflicts);
+    json["unit"] = NameOf(report.unit);
     json["range"] = JsonOfRange(report.low, report.high);
     json["plan_area"] = report.planArea;
     json["surface_area"] = report.surfaceArea;

@@ -13,6 +13,12 @@ std::string Described(const LineName& line)
            (line.name.empty() ? "" : " (" + line.name + ")");
 }
 
+// Where a point was read; formats that are no text have no lines.
+std::string PlaceIn(const Source& source)
+{
+    return std::string(source.file) + (source.line > 0 ? ":" + std::to_string(source.line) : "");
+}
+
 std::string Place(const Position& p)
 {
     return Coordinate(p.x) + " " + Coordinate(p.y);
@@ -32,7 +38,7 @@ void AddInput(const BuildReport& report, TextReport& text)
     text.Line("points merged", static_cast<std::size_t>(report.pointsMerged));
     text.Line("points unused", report.unused.size());
     for (const Source& source : report.unused) {
-        text.Detail(std::string(source.file) + ":" + std::to_string(source.line));
+        text.Detail(PlaceIn(source));
     }
 }
 
@@ -42,9 +48,8 @@ void AddConflicts(const BuildReport& report, TextReport& text)
     text.Line("height conflicts",
               std::to_string(report.conflicts.size()) + " points at the place of another height");
     for (const HeightConflict& conflict : report.conflicts) {
-        text.Detail(std::string(conflict.dropped.file) + ":" + std::to_string(conflict.dropped.line) + ": " +
-                    Coordinate(conflict.heightDropped) + " dropped, " + Coordinate(conflict.heightKept) +
-                    " kept");
+        text.Detail(PlaceIn(conflict.dropped) + ": " + Coordinate(conflict.heightDropped) + " dropped, " +
+                    Coordinate(conflict.heightKept) + " kept");
     }
 }
 
@@ -86,6 +91,11 @@ void AddMesh(const BuildReport& report, TextReport& text)
     text.Line("vertices", static_cast<std::size_t>(report.vertices));
     text.Line("triangles", static_cast<std::size_t>(report.triangles));
     text.Line("hull corners", static_cast<std::size_t>(report.hull));
+    if (report.boundaries > 0) {
+        text.Line("boundaries", std::to_string(report.boundaries) + ", " + std::to_string(report.cutOff) +
+                                    " triangles outside cut off");
+    }
+    if (report.unit != LengthUnit::Unknown) text.Line("unit", std::string(NameOf(report.unit)));
     text.Line("x", range(report.low.x, report.high.x));
     text.Line("y", range(report.low.y, report.high.y));
     text.Line("z", range(report.low.z, report.high.z));

@@ -41,6 +41,25 @@ Json JsonOf(const TinFacts& facts)
             {"faults", found.faults.size()}};
 }
 
+void AddStated(const StatedAreas& stated, const TinFacts& facts, TextReport& text)
+{
+    const auto add = [&](const char* name, std::optional<double> area, double measured) {
+        if (!area) return;
+        text.Line(name,
+                  Coordinate(*area) + ", that of the triangles differs by " + Coordinate(measured - *area));
+    };
+    add("stated plan area", stated.plan, facts.planArea);
+    add("stated surface area", stated.surface, facts.surfaceArea);
+}
+
+Json JsonOf(const StatedAreas& stated)
+{
+    Json json = Json::object();
+    if (stated.plan) json["stated_plan_area"] = *stated.plan;
+    if (stated.surface) json["stated_surface_area"] = *stated.surface;
+    return json;
+}
+
 std::string DescribeSoundness(const Soundness& soundness)
 {
     const std::size_t count = soundness.faults.size();

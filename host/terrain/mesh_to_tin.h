@@ -1,7 +1,7 @@
 #ifndef QSVTIN_TERRAIN_MESH_TO_TIN_H
 #define QSVTIN_TERRAIN_MESH_TO_TIN_H
 
-#include "host/input/mesh_data.h"
+#include "host/exchange/mesh_data.h"
 
 #include "qsv_3dprocess.h"
 
@@ -14,9 +14,6 @@ struct MeshRepairs {
     int dropped = 0;           ///< triangles that use one vertex twice
     bool turnedOver = false;   ///< all triangles ran clockwise and were turned over
 };
-
-/// The mesh with vertices of equal coordinates made one; they keep the order of their first appearance.
-MeshData JoinEqualVertices(const MeshData& mesh);
 
 /// Makes a TIN of a mesh: links the triangles and finds the outline. Vertices and triangles keep their order.
 CTin TinFromMesh(const MeshData& mesh, MeshRepairs& repairs);

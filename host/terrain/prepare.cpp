@@ -66,6 +66,7 @@ MergedPositions MergeCoincident(const std::vector<Position>& positions, double e
 SurveyLine ChainOfVertices(const Breakline& given, const std::vector<int>& vertexOf, std::size_t first)
 {
     SurveyLine chain;
+    chain.name = given.name;
     for (std::size_t i = 0; i < given.points.size(); ++i) {
         const int vertex = vertexOf[first + i];
         if (!chain.vertices.empty() && chain.vertices.back() == vertex) continue;

@@ -2,6 +2,7 @@
 #define QSVTIN_TERRAIN_SURVEY_LINE_H
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 namespace qsvtin {
@@ -12,6 +13,7 @@ struct SurveyLine {
     std::vector<int> vertices;
     std::vector<int> sourceLines;   ///< line number of each vertex in the breakline's file
     bool closed = false;
+    std::string name = {};
 
     std::size_t SegmentCount() const { return vertices.size() < 2 ? 0 : vertices.size() - (closed ? 0 : 1); }
     int Start(std::size_t segment) const { return vertices[segment]; }

@@ -107,6 +107,7 @@ Terrain BuildTerrain(const PreparedSurvey& survey, double eps, double trimDegree
     constexpr double kRadiansPerDegree = 3.14159265358979323846 / 180.0;
     // The TIN is made in place: assigning one would drop its tolerances.
     Terrain terrain{TriangulateWithLines(survey, eps), survey.origin, survey.lines, {}, {}, {}};
+    terrain.surveyVertices = static_cast<int>(survey.vertices.size());
     // Corners stay, so that something is always left.
     if (trimDegrees > 0.0) terrain.tin.DelTriWithAngle(trimDegrees * kRadiansPerDegree, 1);
     terrain.tin.UpdateNormal();

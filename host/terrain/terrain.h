@@ -22,6 +22,9 @@ struct Terrain {
         missing;                       ///< of each line, the segments that are no chain of edges
     std::vector<Crossing> crossings;   ///< of two lines; relative to the origin
     std::vector<Source> unused;        ///< positions that no triangle uses
+
+    int surveyVertices =
+        0;   ///< so many of the first vertices were surveyed; the others came with breaklines
 };
 
 /// Triangulates a survey with its breaklines and trims it.

@@ -1,7 +1,7 @@
 # shellcheck shell=bash disable=SC2034
 # Sourced by the scripts beside it: makes sure that the tools they need are there.
 
-# tool -> the Debian package that brings it. A name with a slash is a header that the compiler must find, or with
+# tool -> the Debian package that brings it. A name with a slash or .hpp is a header that the compiler must find, or with
 # a slash in front a file; libclang_rt is what Clang's sanitizers and libFuzzer run on.
 declare -A package_of=(
     [g++]=g++
@@ -20,6 +20,7 @@ declare -A package_of=(
     [CLI/CLI.hpp]=libcli11-dev
     [fast_float/fast_float.h]=libfast-float-dev
     [nlohmann/json.hpp]=nlohmann-json3-dev
+    [pugixml.hpp]=libpugixml-dev
     [cairo/cairo.h]=libcairo2-dev
     [arm-linux-gnueabihf-g++]=g++-arm-linux-gnueabihf
     [qemu-arm]=qemu-user
@@ -31,7 +32,7 @@ declare -A package_of=(
     [CGAL/version.h]=libcgal-dev
 )
 # What qsvtin is built with beside the library.
-host_needs=(pkg-config CLI/CLI.hpp fast_float/fast_float.h nlohmann/json.hpp cairo/cairo.h)
+host_needs=(pkg-config CLI/CLI.hpp fast_float/fast_float.h nlohmann/json.hpp pugixml.hpp cairo/cairo.h)
 # What the presets arm and windows are built and run with.
 arm_needs=(arm-linux-gnueabihf-g++ qemu-arm /usr/src/googletest/CMakeLists.txt)
 windows_needs=(x86_64-w64-mingw32-g++-posix wine /usr/src/googletest/CMakeLists.txt)
@@ -39,7 +40,7 @@ windows_needs=(x86_64-w64-mingw32-g++-posix wine /usr/src/googletest/CMakeLists.
 has() {
     case $1 in
         /*) [[ -e $1 ]] ;;
-        */*) echo "#include <$1>" | "${CXX:-g++}" -E -x c++ - >/dev/null 2>&1 ;;
+        */* | *.hpp) echo "#include <$1>" | "${CXX:-g++}" -E -x c++ - >/dev/null 2>&1 ;;
         libclang_rt) compgen -G "$(clang++ -print-resource-dir 2>/dev/null)/lib/*/libclang_rt.fuzzer*" >/dev/null ;;
         clang-format) command -v clang-format-14 >/dev/null || [[ $(clang-format --version 2>/dev/null) == *" version 14."* ]] ;;
         *) command -v "$1" >/dev/null ;;

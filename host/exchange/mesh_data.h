@@ -1,5 +1,5 @@
-#ifndef QSVTIN_INPUT_MESH_DATA_H
-#define QSVTIN_INPUT_MESH_DATA_H
+#ifndef QSVTIN_EXCHANGE_MESH_DATA_H
+#define QSVTIN_EXCHANGE_MESH_DATA_H
 
 #include "host/position.h"
 
@@ -22,6 +22,13 @@ struct MeshData {
         }
     }
 };
+
+/// The mesh with vertices of equal coordinates made one; they keep the order of their first appearance.
+MeshData JoinEqualVertices(const MeshData& mesh);
+
+/// Turns every triangle that runs clockwise in plan, for formats in which the order of corners means nothing:
+/// the second and third corner change places.
+void TurnUpwards(MeshData& mesh);
 
 }   // namespace qsvtin
 

@@ -1,11 +1,10 @@
-#include "host/input/stl_mesh.h"
+#include "host/exchange/stl.h"
 
 #include "host/failure.h"
 #include "host/input/byte_source.h"
 #include "host/input/fields.h"
 #include "host/input/text_file.h"
 #include "host/input/whole_file.h"
-#include "host/output/stl.h"
 #include "host/terrain/local_origin.h"
 
 namespace qsvtin {
@@ -102,11 +101,11 @@ MeshData ReadText(TextFile text)
 MeshData ReadStlMesh(const std::string& path)
 {
     std::string bytes = ReadRegularFile(path);
-    if (IsBinary(bytes)) return ReadBinary(path, bytes);
+    if (IsBinary(bytes)) return JoinEqualVertices(ReadBinary(path, bytes));
     if (bytes.compare(0, 5, "solid") != 0) {
         throw Failure(path + " is no STL file, or cut short");
     }
-    return ReadText(TextFile(path, std::move(bytes)));
+    return JoinEqualVertices(ReadText(TextFile(path, std::move(bytes))));
 }
 
 }   // namespace qsvtin

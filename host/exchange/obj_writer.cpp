@@ -1,6 +1,7 @@
-#include "host/output/obj.h"
+#include "host/exchange/obj.h"
 
 #include "host/output/text_sink.h"
+#include "host/terrain/terrain.h"
 
 namespace qsvtin {
 

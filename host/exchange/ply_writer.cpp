@@ -1,4 +1,4 @@
-#include "host/output/ply.h"
+#include "host/exchange/ply.h"
 
 #include "host/output/byte_sink.h"
 #include "host/output/text_sink.h"

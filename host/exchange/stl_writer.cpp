@@ -1,4 +1,4 @@
-#include "host/output/stl.h"
+#include "host/exchange/stl.h"
 
 #include "host/numbers.h"
 #include "host/output/byte_sink.h"

@@ -1,4 +1,4 @@
-#include "host/input/obj_mesh.h"
+#include "host/exchange/obj.h"
 
 #include "host/failure.h"
 #include "host/input/fields.h"

@@ -1,4 +1,4 @@
-#include "host/input/ply_mesh.h"
+#include "host/exchange/ply.h"
 
 #include "host/failure.h"
 #include "host/input/byte_source.h"

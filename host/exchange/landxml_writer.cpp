@@ -1,0 +1,159 @@
+#include "host/exchange/landxml.h"
+#include "host/exchange/xml_text.h"
+#include "host/extension.h"
+#include "host/terrain/terrain.h"
+#include "host/terrain/triangles.h"
+
+#include <cstdlib>
+#include <ctime>
+#include <vector>
+
+namespace qsvtin {
+
+namespace {
+
+// The time that stands in the document: now, or the one that a reproducible build sets.
+std::time_t TimeOfDocument()
+{
+    const char* const set = std::getenv("SOURCE_DATE_EPOCH");
+    return set ? static_cast<std::time_t>(std::strtoll(set, nullptr, 10)) : std::time(nullptr);
+}
+
+std::string Formatted(const char* format, std::time_t time)
+{
+    std::tm utc = {};
+    if (const std::tm* const found = std::gmtime(&time)) utc = *found;
+    char text[32];
+    return {text, std::strftime(text, sizeof text, format, &utc)};
+}
+
+std::string UnitsElement(LengthUnit unit)
+{
+    const std::string name(NameOf(unit));
+    if (IsImperial(unit)) {
+        return "<Imperial areaUnit=\"squareFoot\" linearUnit=\"" + name +
+               "\" volumeUnit=\"cubicFeet\" temperatureUnit=\"fahrenheit\" pressureUnit=\"inHG\"/>";
+    }
+    return "<Metric areaUnit=\"squareMeter\" linearUnit=\"" + (unit == LengthUnit::Unknown ? "meter" : name) +
+           "\" volumeUnit=\"cubicMeter\" temperatureUnit=\"celsius\" pressureUnit=\"milliBars\"/>";
+}
+
+// The areas that a definition states, in its unit of area; coordinates are relative, so that no digit is lost.
+struct Areas {
+    double plan = 0.0;
+    double surface = 0.0;
+};
+
+Areas AreasOf(const CTin& tin)
+{
+    Areas areas;
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        const CXYZ& a = CornerOf(tin, t, 0);
+        areas.plan += DoubledPlanArea(tin, t) / 2.0;
+        areas.surface += (CornerOf(tin, t, 1) - a).Out(CornerOf(tin, t, 2) - a).Len() / 2.0;
+    }
+    return areas;
+}
+
+void AddPlace(TextSink& sink, const Terrain& terrain, int vertex)
+{
+    const CXYZ& v = terrain.tin.m_aVertex[vertex];
+    const Position at = terrain.origin.ToSurvey({v.x, v.y, v.z});
+    sink << at.y << " " << at.x << " " << at.z;
+}
+
+void AddList(TextSink& sink, const Terrain& terrain, const std::vector<int>& vertices)
+{
+    sink << "<PntList3D>";
+    for (std::size_t i = 0; i < vertices.size(); ++i) {
+        sink << (i > 0 ? "\n" : "");
+        AddPlace(sink, terrain, vertices[i]);
+    }
+    sink << "</PntList3D>";
+}
+
+}   // namespace
+
+LandXmlWriter::LandXmlWriter(const WriteOptions& options, SafeFile& file)
+    : m_sink(file), m_description(AsXml(options.title)), m_unit(options.unit)
+{
+    const std::time_t time = TimeOfDocument();
+    m_sink << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+              "<LandXML xmlns=\"http://www.landxml.org/schema/LandXML-1.2\" "
+              "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
+              "xsi:schemaLocation=\"http://www.landxml.org/schema/LandXML-1.2 "
+              "http://www.landxml.org/schema/LandXML-1.2/LandXML-1.2.xsd\" version=\"1.2\" date=\""
+           << Formatted("%Y-%m-%d", time) << "\" time=\"" << Formatted("%H:%M:%S", time) << "\">\n<Units>"
+           << UnitsElement(m_unit) << "</Units>\n<Application name=\"qsvtin\"/>\n<Surfaces>\n";
+}
+
+void LandXmlWriter::AddSurface(const Terrain& terrain, const std::string& name)
+{
+    m_sink << "<Surface name=\"" << AsXml(name) << "\" desc=\"" << m_description << "\">\n";
+    if (terrain.surveyVertices > 0) AddSource(terrain);
+    AddDefinition(terrain);
+    m_sink << "</Surface>\n";
+}
+
+void LandXmlWriter::AddSource(const Terrain& terrain)
+{
+    m_sink << "<SourceData>\n<DataPoints><PntList3D>";
+    for (int v = 0; v < terrain.surveyVertices; ++v) {
+        m_sink << (v > 0 ? "\n" : "");
+        AddPlace(m_sink, terrain, v);
+    }
+    m_sink << "</PntList3D></DataPoints>\n<Breaklines>\n";
+    for (const SurveyLine& line : terrain.lines) {
+        if (line.SegmentCount() == 0) continue;
+        std::vector<int> vertices = line.vertices;
+        if (line.closed) vertices.push_back(vertices.front());
+        m_sink << "<Breakline brkType=\"standard\" name=\"" << AsXml(line.name) << "\">";
+        AddList(m_sink, terrain, vertices);
+        m_sink << "</Breakline>\n";
+    }
+    m_sink << "</Breaklines>\n</SourceData>\n";
+}
+
+void LandXmlWriter::AddDefinition(const Terrain& terrain)
+{
+    const CTin& tin = terrain.tin;
+    m_sink << "<Definition surfType=\"TIN\"";
+    // A squareMeter of coordinates in another unit would be none.
+    if (m_unit == LengthUnit::Unknown ||
+        AreaInSquare(1.0, IsImperial(m_unit) ? "squareFoot" : "squareMeter", m_unit)) {
+        const Areas areas = AreasOf(tin);
+        m_sink << " area2DSurf=\"" << areas.plan << "\" area3DSurf=\"" << areas.surface << "\"";
+    }
+    m_sink << ">\n<Pnts>\n";
+    for (int v = 0; v < tin.m_aVertex.GetSize(); ++v) {
+        m_sink << "<P id=\"" << v + 1 << "\">";
+        AddPlace(m_sink, terrain, v);
+        m_sink << "</P>\n";
+    }
+    m_sink << "</Pnts>\n<Faces>\n";
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        const CTriangle& tri = tin.m_aTri[t];
+        m_sink << "<F>" << tri.m_nVertex[0] + 1 << " " << tri.m_nVertex[1] + 1 << " " << tri.m_nVertex[2] + 1
+               << "</F>\n";
+    }
+    m_sink << "</Faces>\n</Definition>\n";
+}
+
+void LandXmlWriter::Finish()
+{
+    m_sink << "</Surfaces>\n</LandXML>\n";
+    m_sink.Flush();
+}
+
+void WriteLandXml(const Terrain& terrain, const WriteOptions& options, SafeFile& file)
+{
+    const CString& stored = terrain.tin.m_strName;
+    const bool isNamed = !stored.IsEmpty() && stored != CTin().m_strName;   // other than a new TIN
+    LandXmlWriter writer(options, file);
+    writer.AddSurface(terrain, !options.name.empty() ? options.name
+                               : isNamed             ? stored.GetString()
+                                                     : StemOf(file.Target()));
+    writer.Finish();
+}
+
+}   // namespace qsvtin

@@ -1,0 +1,21 @@
+#ifndef QSVTIN_TERRAIN_BOUNDARY_H
+#define QSVTIN_TERRAIN_BOUNDARY_H
+
+#include "host/input/survey_data.h"
+#include "host/terrain/terrain.h"
+
+#include <vector>
+
+namespace qsvtin {
+
+/// Takes away the triangles whose centre lies outside the boundaries: outside every outer ring, or in a void and
+/// not in an island within it. Where the rings are chains of edges, the outline follows them. Triangles that
+/// stay keep their order.
+/// @param rings  in survey coordinates; without an outer one, everything counts as inside
+/// @return number of triangles that went
+/// @throws Failure when none would stay
+int CutToBoundaries(Terrain& terrain, const std::vector<BoundaryRing>& rings);
+
+}   // namespace qsvtin
+
+#endif

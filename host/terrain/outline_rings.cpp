@@ -1,0 +1,70 @@
+#include "host/terrain/outline_rings.h"
+
+#include <cstddef>
+
+namespace qsvtin {
+
+namespace {
+
+// The edge of a triangle from its vertex k to the next.
+struct Edge {
+    int triangle = 0;
+    int k = 0;
+};
+
+int Next(int k)
+{
+    return (k + 1) % 3;
+}
+
+// The triangle across an edge is stored where the edge ends.
+int Across(const CTin& tin, const Edge& edge)
+{
+    return tin.m_aTri[edge.triangle].m_nNeighbor[Next(edge.k)];
+}
+
+int SlotOf(const CTriangle& tri, int vertex)
+{
+    return tri.m_nVertex[0] == vertex ? 0 : tri.m_nVertex[1] == vertex ? 1 : 2;
+}
+
+// The outer edge that starts where this one ends: around their vertex v from triangle to triangle, clockwise.
+//
+//        \   t   /              t: the triangle of the edge given
+//     edge \   / next try       over the edge that starts at v, as long as another triangle lies there
+//            v
+//
+Edge Follow(const CTin& tin, const Edge& edge)
+{
+    const int v = tin.m_aTri[edge.triangle].m_nVertex[Next(edge.k)];
+    Edge next{edge.triangle, Next(edge.k)};
+    for (int turns = tin.m_aTri.GetSize(); turns > 0 && Across(tin, next) >= 0; --turns) {
+        next.triangle = Across(tin, next);
+        next.k = SlotOf(tin.m_aTri[next.triangle], v);
+    }
+    return next;
+}
+
+}   // namespace
+
+std::vector<std::vector<int>> OutlineRings(const CTin& tin)
+{
+    std::vector<std::vector<int>> rings;
+    std::vector<bool> seen(3 * static_cast<std::size_t>(tin.m_aTri.GetSize()));
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        for (int k = 0; k < 3; ++k) {
+            std::vector<int> ring;
+            for (Edge edge{t, k}; Across(tin, edge) < 0; edge = Follow(tin, edge)) {
+                const std::size_t index =
+                    3 * static_cast<std::size_t>(edge.triangle) + static_cast<std::size_t>(edge.k);
+                if (seen[index]) break;
+                seen[index] = true;
+                ring.push_back(tin.m_aTri[edge.triangle].m_nVertex[edge.k]);
+            }
+            if (!ring.empty()) rings.push_back(std::move(ring));
+        }
+    }
+    return rings;
+}
+
+}   // namespace qsvtin
