@@ -16,6 +16,8 @@ set(QSV_SOURCES
   tin/internal/edge_uses.cpp
   tin/internal/first_triangles.cpp
   tin/internal/line_walk.cpp
+  tin/internal/hull.cpp
+  tin/internal/hull_candidates.cpp
   tin/internal/lines.cpp
   tin/internal/mesh_links.cpp
   tin/internal/mesh_split.cpp

@@ -9,6 +9,8 @@
 
 #include "support/compare.h"
 #include "support/mesh_oracle.h"
+#include "tin/internal/hull.h"
+#include "tin/internal/hull_candidates.h"
 #include "tin/internal/line_walk.h"
 
 namespace {
@@ -165,6 +167,49 @@ TEST(SameAsPlain, ConstructionOfManyPoints)
         }
     }
     EXPECT_GE(nCompared, 6 * 9) << "most inputs must really be compared";
+}
+
+// The hull of a few vertices that stand for all; the plain way is the ring of all of them.
+TEST(SameAsPlain, HullOfFewCandidates)
+{
+    for (std::uint64_t nSeed = 0; nSeed < 20; ++nSeed) {
+        SCOPED_TRACE(nSeed);
+        Sites aNarrow = RandomSites(3000, nSeed), aOnAxes = aNarrow;
+        for (size_t i = 0; i < 3000; ++i) {
+            aNarrow[i].y *= 0.1;
+            aOnAxes[i].x = i % 50 == 0 ? 100.0 : aOnAxes[i].x;
+        }
+        const struct {
+            const char* szWhat;
+            Sites aSite;
+            bool bFew;
+        } aCase[] = {{"random", RandomSites(5000, nSeed), true},
+                     {"narrow", aNarrow, true},
+                     {"many exactly on an edge along an axis", aOnAxes, true},
+                     {"clustered", ClusteredSites(3000, nSeed), false},
+                     {"grid", GridSites(60, 50, 0.7), false},
+                     {"turned grid", GridSites(60, 50, 0.7, 0.1 * static_cast<double>(nSeed)), false},
+                     {"circle", CircleSites(2500, 100.0), false},
+                     {"a tenth of a millimetre wide", RandomSites(3000, nSeed, 1e-4), false}};
+        for (const auto& c : aCase) {
+            SCOPED_TRACE(c.szWhat);
+            CTin tin = Fed(c.aSite);
+            tin.UpdatePtRange();
+            const auto fnHullOf = [&tin](const CArray<int>& aFrom) {
+                const CXYZ centre = qsv::MiddleOf(tin.m_MinXYZ, tin.m_MaxXYZ);
+                return ToVector(
+                    qsv::ScanHull(tin.m_aVertex, qsv::StarRing(tin.m_aVertex, aFrom, centre), tin.m_dEPS2));
+            };
+            CArray<int> aAll;
+            for (int i = 0; i < tin.GetPointSize(); ++i) {
+                aAll.Add(i);
+            }
+            const CArray<int> aFew =
+                qsv::HullCandidates(tin.m_aVertex, tin.m_MinXYZ, tin.m_MaxXYZ, tin.m_dEPS2);
+            EXPECT_EQ(fnHullOf(aFew), fnHullOf(aAll));
+            EXPECT_TRUE(!c.bFew || aFew.GetSize() < aAll.GetSize() / 2) << aFew.GetSize();
+        }
+    }
 }
 
 TEST(SameAsPlain, ConstructionWithCoordinatesThatAreNoPlaces)

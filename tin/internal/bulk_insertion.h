@@ -16,7 +16,7 @@ constexpr int kMostVerticesInserted = (1 << 29) - 1;
 // range of the vertices. Returns the number of vertices that were left out: those at the place of another one, or
 // that a walk gave up or found outside.
 //
-// For n vertices in no order O(n log n); memory beyond the result 86 bytes a vertex.
+// For n vertices in no order O(n log n); memory beyond the result 90 bytes a vertex.
 int InsertVertices(const Mesh& mesh, const CArray<int>& aOutline, const CXYZ& lower, const CXYZ& upper);
 
 }   // namespace qsv
