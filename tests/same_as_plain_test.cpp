@@ -204,8 +204,7 @@ TEST(SameAsPlain, HullOfFewCandidates)
             for (int i = 0; i < tin.GetPointSize(); ++i) {
                 aAll.Add(i);
             }
-            const CArray<int> aFew =
-                qsv::HullCandidates(tin.m_aVertex, tin.m_MinXYZ, tin.m_MaxXYZ, tin.m_dEPS2);
+            const auto aFew = qsv::HullCandidates(tin.m_aVertex, tin.m_MinXYZ, tin.m_MaxXYZ, tin.m_dEPS2);
             EXPECT_EQ(fnHullOf(aFew), fnHullOf(aAll));
             EXPECT_TRUE(!c.bFew || aFew.GetSize() < aAll.GetSize() / 2) << aFew.GetSize();
         }
