@@ -20,8 +20,7 @@ std::string OptionWords(const Usage& usage)
 {
     std::string words;
     for (const OptionUsage& option : usage.options) {
-        if (!option.shortName.empty()) words += (words.empty() ? "-" : " -") + option.shortName;
-        if (!option.longName.empty()) words += (words.empty() ? "--" : " --") + option.longName;
+        words += (words.empty() ? "" : " ") + option.Names(" ");
     }
     return words;
 }
@@ -71,9 +70,9 @@ std::string Zsh(const CLI::App& program)
         names += "        " + ZshItem(command.name, command.summary) + "\n";
         cases += "        " + command.name + ") options=(\n";
         for (const OptionUsage& option : command.options) {
-            const std::string word =
-                option.longName.empty() ? "-" + option.shortName : "--" + option.longName;
-            cases += "            " + ZshItem(word, option.description) + "\n";
+            for (const std::string& name : option.names) {
+                cases += "            " + ZshItem(name, option.description) + "\n";
+            }
         }
         cases += "        ) ;;\n";
     }
@@ -99,6 +98,15 @@ std::string Zsh(const CLI::App& program)
            "_qsvtin \"$@\"\n";
 }
 
+std::string FishNames(const OptionUsage& option)
+{
+    std::string text;
+    for (const std::string& name : option.names) {
+        text += name.compare(0, 2, "--") == 0 ? " -l " + name.substr(2) : " -s " + name.substr(1);
+    }
+    return text;
+}
+
 std::string Fish(const CLI::App& program)
 {
     std::string text = "# fish completion of qsvtin\n";
@@ -107,9 +115,7 @@ std::string Fish(const CLI::App& program)
                 Quote(command.summary) + "\n";
         for (const OptionUsage& option : command.options) {
             text += "complete -c qsvtin -n '__fish_seen_subcommand_from " + command.name + "'" +
-                    (option.shortName.empty() ? "" : " -s " + option.shortName) +
-                    (option.longName.empty() ? "" : " -l " + option.longName) +
-                    (option.value.empty() ? "" : " -r") + " -d " + Quote(option.description) + "\n";
+                    FishNames(option) + (option.value.empty() ? "" : " -r") + " -d " + Quote(option.description) + "\n";
         }
     }
     return text;

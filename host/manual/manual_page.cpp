@@ -78,7 +78,7 @@ std::string Section(const Usage& command)
         text += ".TP\n" + Italic(argument.name) + "\n" + Escaped(argument.description) + "\n";
     }
     for (const OptionUsage& option : command.options) {
-        text += ".TP\n" + Bold(option.Names()) + (option.value.empty() ? "" : " " + Italic(option.value)) +
+        text += ".TP\n" + Bold(option.Names(", ")) + (option.value.empty() ? "" : " " + Italic(option.value)) +
                 "\n" + Escaped(option.description) + (option.required ? " (required)" : "") + "\n";
     }
     if (!command.footer.empty()) text += ".PP\n.nf\n" + Escaped(command.footer) + "\n.fi\n";
@@ -98,7 +98,7 @@ std::string ManualPage(const CLI::App& program)
                        " " + Italic("COMMAND") + " [" + Italic("ARGUMENT") + "...] [" + Italic("OPTION") +
                        "...]\n" + ".SH DESCRIPTION\n" + kDescription + ".SH OPTIONS\n";
     for (const OptionUsage& option : usage.options) {
-        page += ".TP\n" + Bold(option.Names()) + "\n" + Escaped(option.description) + "\n";
+        page += ".TP\n" + Bold(option.Names(", ")) + "\n" + Escaped(option.description) + "\n";
     }
     page += ".SH COMMANDS\n";
     for (const Usage& command : CommandsOf(program)) {

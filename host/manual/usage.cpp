@@ -4,18 +4,23 @@ namespace qsvtin {
 
 namespace {
 
-std::string FirstOf(const std::vector<std::string>& names)
+std::vector<std::string> NamesOf(const CLI::Option& option)
 {
-    return names.empty() ? std::string() : names.front();
+    std::vector<std::string> names;
+    for (const std::string& name : option.get_snames()) names.push_back("-" + name);
+    for (const std::string& name : option.get_lnames()) names.push_back("--" + name);
+    return names;
 }
 
 }   // namespace
 
-std::string OptionUsage::Names() const
+std::string OptionUsage::Names(const std::string& between) const
 {
-    const std::string dash = shortName.empty() ? "" : "-" + shortName;
-    if (longName.empty()) return dash;
-    return dash + (dash.empty() ? "--" : ", --") + longName;
+    std::string text;
+    for (const std::string& name : names) {
+        text += (text.empty() ? "" : between) + name;
+    }
+    return text;
 }
 
 Usage UsageOf(const CLI::App& app)
@@ -28,8 +33,7 @@ Usage UsageOf(const CLI::App& app)
                                        option->get_items_expected_max() > 1});
         } else {
             const bool takesValue = option->get_items_expected_max() > 0;
-            usage.options.push_back({FirstOf(option->get_lnames()), FirstOf(option->get_snames()),
-                                     takesValue ? option->get_type_name() : "", description,
+            usage.options.push_back({NamesOf(*option), takesValue ? option->get_type_name() : "", description,
                                      option->get_required()});
         }
     }

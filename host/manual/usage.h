@@ -10,14 +10,13 @@ namespace qsvtin {
 
 /// One option of a command, as its help knows it.
 struct OptionUsage {
-    std::string longName;    ///< without dashes; empty when there is none
-    std::string shortName;   ///< without dash; empty when there is none
-    std::string value;       ///< what the value is; empty for a flag
+    std::vector<std::string> names;   ///< with their dashes, short ones first
+    std::string value;                ///< what the value is; empty for a flag
     std::string description;
     bool required = false;
 
-    /// "-o, --output", for instance.
-    std::string Names() const;
+    /// All names with this between them: "-o, --output", for instance.
+    std::string Names(const std::string& between) const;
 };
 
 /// One argument that goes by its place.
