@@ -115,7 +115,8 @@ std::string Fish(const CLI::App& program)
                 Quote(command.summary) + "\n";
         for (const OptionUsage& option : command.options) {
             text += "complete -c qsvtin -n '__fish_seen_subcommand_from " + command.name + "'" +
-                    FishNames(option) + (option.value.empty() ? "" : " -r") + " -d " + Quote(option.description) + "\n";
+                    FishNames(option) + (option.value.empty() ? "" : " -r") + " -d " +
+                    Quote(option.description) + "\n";
         }
     }
     return text;

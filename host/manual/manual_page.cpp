@@ -78,8 +78,9 @@ std::string Section(const Usage& command)
         text += ".TP\n" + Italic(argument.name) + "\n" + Escaped(argument.description) + "\n";
     }
     for (const OptionUsage& option : command.options) {
-        text += ".TP\n" + Bold(option.Names(", ")) + (option.value.empty() ? "" : " " + Italic(option.value)) +
-                "\n" + Escaped(option.description) + (option.required ? " (required)" : "") + "\n";
+        text += ".TP\n" + Bold(option.Names(", ")) +
+                (option.value.empty() ? "" : " " + Italic(option.value)) + "\n" +
+                Escaped(option.description) + (option.required ? " (required)" : "") + "\n";
     }
     if (!command.footer.empty()) text += ".PP\n.nf\n" + Escaped(command.footer) + "\n.fi\n";
     return text;
