@@ -5,6 +5,7 @@
 #include "qsv_3dprocess.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace {
 
@@ -67,6 +68,35 @@ TEST_F(Exchange, LandXmlKeepsEveryBitNumberAndLine)
     ASSERT_EQ(Run("convert copy.xml copy.tin").status, 0);
     EXPECT_TRUE(Get("copy.tin") == Get("two.tin"));
     EXPECT_EQ(Report("info copy.xml --surface lower")["tins"][0]["number"], 2);
+}
+
+// In another second, time zone and environment.
+TEST_F(Exchange, SameInputGivesTheSameBytes)
+{
+    const std::string program = "env -u SOURCE_DATE_EPOCH '" QSVTIN_PROGRAM "' ";
+    const bool hasViewer = Run("view far.tin -o far.html").status == 0;
+    const std::string commands =
+        program +
+        "build ../far.txt --breaklines ../ditch.txt -o a.tin -o a.xml -o a.dxf -o a.geojson >/dev/null; " +
+        program + "convert a.tin b.stl --ascii >/dev/null; " +
+        (hasViewer ? program + "view a.tin -o a.html >/dev/null; " : "");
+    const Result result =
+        Shell("mkdir one two; cd one; " + commands + "sleep 1.1; cd ../two; export TZ=Asia/Tokyo " +
+              "FILLER=" + std::string(5000, 'x') + "; " + commands + "cd ..; diff -r one two");
+    EXPECT_EQ(result.status, 0) << result.out << result.err;
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_folder / "two"), {}), hasViewer ? 6 : 5);
+
+    const struct {
+        const char* epoch;
+        const char* stated;
+    } aCase[] = {{"", "date=\"1970-01-01\" time=\"00:00:00\""},
+                 {"1700000000", "date=\"2023-11-14\" time=\"22:13:20\""},
+                 {"99999999999999999999", "date=\"1970-01-01\" time=\"00:00:00\""}};
+    for (const auto& c : aCase) {
+        const std::string epoch = std::string("SOURCE_DATE_EPOCH=") + c.epoch;
+        ASSERT_EQ(Shell(epoch + " '" QSVTIN_PROGRAM "' convert far.tin dated.xml").status, 0);
+        EXPECT_NE(Get("dated.xml").find(c.stated), std::string::npos) << epoch;
+    }
 }
 
 TEST_F(Exchange, LandXmlIsReadAsOtherProgramsWriteIt)

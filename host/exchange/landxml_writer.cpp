@@ -12,11 +12,14 @@ namespace qsvtin {
 
 namespace {
 
-// The time that stands in the document: now, or the one that a reproducible build sets.
+// The time that the document must state. That of the run would make its bytes differ from run to run, so it is
+// the one that the user sets, as for a reproducible build, or else the begin of 1970.
 std::time_t TimeOfDocument()
 {
+    constexpr long long kLatest = 253402300799;   // the last second of the year 9999
     const char* const set = std::getenv("SOURCE_DATE_EPOCH");
-    return set ? static_cast<std::time_t>(std::strtoll(set, nullptr, 10)) : std::time(nullptr);
+    const long long seconds = set ? std::strtoll(set, nullptr, 10) : 0;
+    return static_cast<std::time_t>(seconds >= 0 && seconds <= kLatest ? seconds : 0);
 }
 
 std::string Formatted(const char* format, std::time_t time)
