@@ -24,8 +24,9 @@ class LandXmlWriter
 public:
     /// Begins the document.
     LandXmlWriter(const WriteOptions& options, SafeFile& file);
-    /// Points and faces keep their numbers and every digit; of a surveyed terrain, its points, breaklines and
-    /// outline are written too.
+    /// Points and faces keep their numbers and every digit; of a surveyed terrain, its points and breaklines are
+    /// written too. Its outline is not: a boundary with heights would be read as one more breakline, and one
+    /// without could cut off the thinnest triangles along it.
     void AddSurface(const Terrain& terrain, const std::string& name);
     /// Ends the document.
     void Finish();
