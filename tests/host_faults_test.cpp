@@ -199,6 +199,10 @@ public:
             {"convert", "hill.tin", "o.stl", "--ascii", "--title", "hill"},
             {"convert", "bad.tin", "o.obj", "--relink", "--format", "1"},
             {"join", "hill.tin", "bad.tin", "-o", "o.tin", "--format", "1"},
+            {"view", "hill.tin", "--breaklines", "wall.txt", "--exaggerate", "2", "--title", "hill", "-o",
+             "o.html"},
+            {"manual", "--help"},
+            {"completion", "bash"},
         };
         std::vector<std::string> word = Pick(aTemplate);
         for (int n = 1 + m_dice.Below(3); n > 0; --n) {
