@@ -1,5 +1,7 @@
 #include "host/extension.h"
 
+#include "host/system.h"
+
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
@@ -8,7 +10,7 @@ namespace qsvtin {
 
 std::string ExtensionOf(const std::string& path)
 {
-    std::string extension = std::filesystem::path(path).extension().string();
+    std::string extension = PathOf(path).extension().u8string();
     std::transform(extension.begin(), extension.end(), extension.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return extension;
@@ -16,7 +18,7 @@ std::string ExtensionOf(const std::string& path)
 
 std::string StemOf(const std::string& path)
 {
-    return std::filesystem::path(path).stem().string();
+    return PathOf(path).stem().u8string();
 }
 
 }   // namespace qsvtin

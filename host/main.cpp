@@ -15,6 +15,7 @@
 #include "host/commands/view.h"
 #include "host/failure.h"
 #include "host/say.h"
+#include "host/system.h"
 
 #include <CLI/CLI.hpp>
 
@@ -85,10 +86,12 @@ std::vector<std::string> ArgumentsOf(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    qsvtin::PrepareConsole();
     CLI::App app("Terrain from survey points and breaklines", "qsvtin");
     app.set_version_flag("--version", QSVTIN_VERSION);
     app.footer("qsvtin COMMAND --help tells more of each, with an example. To begin with:\n"
                "  qsvtin build points.txt --breaklines lines.txt -o site.tin -o site.png");
+    app.allow_windows_style_options(false);   // a slash begins a path, on every system
     app.require_subcommand(1);
     try {
         for (const qsvtin::Command& command : kCommands) {

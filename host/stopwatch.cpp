@@ -1,27 +1,10 @@
 #include "host/stopwatch.h"
 
+#include "host/system.h"
+
 #include <cstdio>
 
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
-
 namespace qsvtin {
-
-namespace {
-
-bool IsErrorOnTerminal()
-{
-#ifdef _WIN32
-    return _isatty(_fileno(stderr)) != 0;
-#else
-    return isatty(fileno(stderr)) != 0;
-#endif
-}
-
-}   // namespace
 
 Stopwatch::Stopwatch() : m_onTerminal(IsErrorOnTerminal()), m_entered(Clock::now()) {}
 

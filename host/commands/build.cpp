@@ -9,6 +9,7 @@
 #include "host/report/build_report.h"
 #include "host/say.h"
 #include "host/stopwatch.h"
+#include "host/system.h"
 #include "host/terrain/boundary.h"
 #include "host/terrain/mesh_to_tin.h"
 #include "host/terrain/prepare.h"
@@ -42,7 +43,7 @@ void RefuseInput(const std::string& output, const std::vector<std::string>& inpu
 {
     for (const std::string& input : inputs) {
         std::error_code missing;
-        if (std::filesystem::equivalent(output, input, missing)) {
+        if (std::filesystem::equivalent(PathOf(output), PathOf(input), missing)) {
             throw Failure("-o " + output + " would overwrite the input; name another file",
                           Failure::BadUsage);
         }
@@ -97,7 +98,7 @@ std::string InputNames(const BuildOptions& options)
     std::string names;
     for (const std::vector<std::string>* const paths : {&options.points, &options.breaklines}) {
         for (const std::string& path : *paths) {
-            names += (names.empty() ? "" : ", ") + std::filesystem::path(path).filename().string();
+            names += (names.empty() ? "" : ", ") + PathOf(path).filename().u8string();
         }
     }
     return names;

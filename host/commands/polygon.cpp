@@ -6,6 +6,7 @@
 #include "host/output/writers.h"
 #include "host/report/tin_report.h"
 #include "host/say.h"
+#include "host/system.h"
 #include "host/terrain/mesh_to_tin.h"
 #include "host/terrain/polygon.h"
 
@@ -46,7 +47,7 @@ void RunPolygon(PolygonOptions options)
     terrain.tin.UpdateNormal();
     WriteOptions& write = options.outputs.options;
     write.form = options.outputs.form.value_or(2);
-    if (write.title.empty()) write.title = std::filesystem::path(options.file).filename().string();
+    if (write.title.empty()) write.title = PathOf(options.file).filename().u8string();
     write.title = OnOneLine(write.title);
     WriteAll(terrain, write, options.outputs.paths);
 

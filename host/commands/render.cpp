@@ -5,6 +5,7 @@
 #include "host/input/breakline_text.h"
 #include "host/output/safe_file.h"
 #include "host/say.h"
+#include "host/system.h"
 #include "host/view/drape.h"
 #include "host/view/view_options.h"
 #include "host/view/view_picture.h"
@@ -34,7 +35,7 @@ void RefuseInput(const RenderOptions& options)
     inputs.push_back(options.texture);
     for (const std::string& input : inputs) {
         std::error_code missing;
-        if (std::filesystem::equivalent(options.output, input, missing)) {
+        if (std::filesystem::equivalent(PathOf(options.output), PathOf(input), missing)) {
             throw Failure("-o " + options.output + " would overwrite the input; name another file",
                           Failure::BadUsage);
         }

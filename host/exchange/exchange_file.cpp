@@ -8,6 +8,7 @@
 #include "host/extension.h"
 #include "host/failure.h"
 #include "host/input/text_file.h"
+#include "host/system.h"
 
 #include <algorithm>
 #include <array>
@@ -78,9 +79,9 @@ constexpr std::array kReaders = {
 std::string BeginningOf(const std::string& path)
 {
     std::error_code ignored;
-    if (!std::filesystem::is_regular_file(path, ignored)) return {};
+    if (!std::filesystem::is_regular_file(PathOf(path), ignored)) return {};
     std::string text(256, '\0');
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(PathOf(path), std::ios::binary);
     file.read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<std::size_t>(file.gcount()));
     return text;

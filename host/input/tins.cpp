@@ -6,6 +6,7 @@
 #include "host/input/text_file.h"
 #include "host/input/whole_file.h"
 #include "host/say.h"
+#include "host/system.h"
 #include "host/terrain/mesh_to_tin.h"
 
 #include <charconv>
@@ -66,7 +67,7 @@ TinFile ReadOthers(const std::string& path)
 int FormOf(const std::string& path)
 {
     char magic[9] = {};
-    std::ifstream(path, std::ios::binary).read(magic, sizeof magic);
+    std::ifstream(PathOf(path), std::ios::binary).read(magic, sizeof magic);
     if (std::memcmp(magic, "TIN_2.00", sizeof magic) == 0) return 2;
     return std::memcmp(magic, "TIN_1.00", sizeof magic) == 0 ? 1 : 0;
 }
@@ -96,7 +97,7 @@ TinFile ReadTinFile(const std::string& path)
                                             : " is damaged or cut short; make it again from its source";
     if (!CTin::ReadBIN_VER2(path.c_str(), file.tins)) throw Failure(path + what);
     std::error_code unknown;
-    if (std::filesystem::file_size(path, unknown) > LargestSize(file)) throw Failure(path + what);
+    if (std::filesystem::file_size(PathOf(path), unknown) > LargestSize(file)) throw Failure(path + what);
     if (file.tins.IsEmpty()) throw Failure(path + " holds no TIN");
     if (file.form == 0) file.tins[0].m_strName = StemOf(path).c_str();
     return file;

@@ -1,6 +1,7 @@
 #include "host/input/whole_file.h"
 
 #include "host/failure.h"
+#include "host/system.h"
 
 #include <array>
 #include <cerrno>
@@ -21,10 +22,10 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 File OpenForReading(const std::string& path)
 {
     std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) {
+    if (std::filesystem::is_directory(PathOf(path), ignored)) {
         throw Failure(path + " is a directory; name the files in it");
     }
-    File file(std::fopen(path.c_str(), "rb"));
+    File file(OpenFile(path, "rb"));
     if (!file) {
         throw Failure("cannot read " + path + ": " + std::strerror(errno) + "; check the name");
     }
@@ -38,7 +39,7 @@ std::string ReadWholeFile(const std::string& path, bool (*goOn)(std::string_view
     const File file = OpenForReading(path);
     std::string bytes;
     std::error_code unknown;
-    const std::uintmax_t size = std::filesystem::file_size(path, unknown);   // of a pipe it is not known
+    const std::uintmax_t size = std::filesystem::file_size(PathOf(path), unknown);   // not that of a pipe
     if (!unknown && size < bytes.max_size()) bytes.reserve(static_cast<std::size_t>(size));
     std::array<char, 1 << 16> block;
     while (const std::size_t got = std::fread(block.data(), 1, block.size(), file.get())) {
@@ -60,7 +61,7 @@ std::string ReadRegularFile(const std::string& path)
 void RequireRegularFile(const std::string& path)
 {
     std::error_code ignored;
-    if (std::filesystem::is_other(path, ignored)) {
+    if (std::filesystem::is_other(PathOf(path), ignored)) {
         throw Failure("cannot read " + path + ": it is a device or a pipe; save it to a file first");
     }
     OpenForReading(path);

@@ -59,4 +59,6 @@ void WritePlanPdf(const Terrain& terrain, const WriteOptions& options, SafeFile&
     WritePlan(terrain, options, true, file);
 }
 
+void RequirePictures(const std::string&) {}
+
 }   // namespace qsvtin

@@ -16,6 +16,9 @@ void WritePlanSvg(const Terrain& terrain, const WriteOptions& options, SafeFile&
 /// The same as one A4 page, upright or lying as suits the terrain.
 void WritePlanPdf(const Terrain& terrain, const WriteOptions& options, SafeFile& file);
 
+/// @throws Failure (bad usage) when this qsvtin was built without pictures and so cannot write that path
+void RequirePictures(const std::string& path);
+
 }   // namespace qsvtin
 
 #endif

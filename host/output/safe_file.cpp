@@ -1,6 +1,7 @@
 #include "host/output/safe_file.h"
 
 #include "host/failure.h"
+#include "host/system.h"
 
 #include <cerrno>
 #include <cstring>
@@ -42,7 +43,7 @@ std::FILE* OpenUnlocked(const std::string& path, int& lock)
 {
 #ifdef _WIN32
     lock = -1;
-    return std::fopen(path.c_str(), "wbx");
+    return CreateNewFile(path);
 #else
     const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
     struct stat opened, named;
@@ -71,7 +72,7 @@ std::FILE* OpenBeside(const fs::path& target, std::string& opened, int& lock)
     constexpr int kMostWriters = 100;   // at once
     std::FILE* file = nullptr;
     for (int i = 0; !file && i < kMostWriters; ++i) {
-        opened = target.string() + ".qsvtin-part" + (i > 0 ? std::to_string(i) : "");
+        opened = target.u8string() + ".qsvtin-part" + (i > 0 ? std::to_string(i) : "");
         file = OpenUnlocked(opened, lock);
         if (!file && errno != EEXIST) break;
     }
@@ -89,13 +90,14 @@ void Unlock(int lock)
 
 }   // namespace
 
-SafeFile::SafeFile(const std::string& target) : m_target(target), m_replaced(WithoutLinks(target).string())
+SafeFile::SafeFile(const std::string& target)
+    : m_target(target), m_replaced(WithoutLinks(PathOf(target)).u8string())
 {
-    if (IsWrittenThrough(m_replaced)) {
+    if (IsWrittenThrough(PathOf(m_replaced))) {
         m_written = m_replaced;
-        m_file = std::fopen(m_written.c_str(), "wb");
+        m_file = OpenFile(m_written, "wb");
     } else {
-        m_file = OpenBeside(m_replaced, m_written, m_lock);
+        m_file = OpenBeside(PathOf(m_replaced), m_written, m_lock);
     }
     if (!m_file) Fail(errno);
 }
@@ -110,7 +112,7 @@ SafeFile::SafeFile(SafeFile&& other) noexcept
 SafeFile::~SafeFile()
 {
     if (m_file) std::fclose(m_file);
-    if (!m_written.empty() && m_written != m_replaced) std::remove(m_written.c_str());
+    if (!m_written.empty() && m_written != m_replaced) std::remove(m_written.c_str());   // needs no memory
     Unlock(m_lock);
 }
 
@@ -129,7 +131,7 @@ void SafeFile::WriteByPath(const std::function<bool(const std::string& path)>& w
     if (!write(m_written)) Fail(errno != 0 ? errno : EIO);
     m_size = size;
     std::error_code unknown;
-    if (std::filesystem::file_size(m_written, unknown) != m_size) Fail(errno != 0 ? errno : ENOSPC);
+    if (fs::file_size(PathOf(m_written), unknown) != m_size) Fail(errno != 0 ? errno : ENOSPC);
 }
 
 void SafeFile::Finish()
@@ -140,17 +142,17 @@ void SafeFile::Finish()
     const bool closed = std::fclose(std::exchange(m_file, nullptr)) == 0;
     if (!flushed || !closed) Fail(flushed ? errno : flushError);
     std::error_code unknown;
-    if (m_written != m_replaced && fs::file_size(m_written, unknown) != m_size) Fail(EIO);
+    if (m_written != m_replaced && fs::file_size(PathOf(m_written), unknown) != m_size) Fail(EIO);
 }
 
 void SafeFile::TakePlace()
 {
     if (m_written == m_replaced) return;
     std::error_code error;
-    const fs::file_status replaced = fs::status(m_replaced, error);
-    if (fs::is_regular_file(replaced)) fs::permissions(m_written, replaced.permissions(), error);
-    fs::rename(m_written, m_replaced, error);
-    if (error) Fail(error.value());
+    const fs::file_status replaced = fs::status(PathOf(m_replaced), error);
+    if (fs::is_regular_file(replaced)) fs::permissions(PathOf(m_written), replaced.permissions(), error);
+    fs::rename(PathOf(m_written), PathOf(m_replaced), error);
+    if (error) Fail(error.default_error_condition().value());
     m_written.clear();
 }
 
@@ -162,18 +164,18 @@ void SafeFile::Fail(int error) const
 
 void CheckTarget(const std::string& target)
 {
-    const fs::path path(target);
+    const fs::path path = PathOf(target);
     const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
     std::error_code ignored;
     if (!fs::is_directory(folder, ignored)) {
-        throw Failure("cannot write " + target + ": there is no folder " + folder.string() +
+        throw Failure("cannot write " + target + ": there is no folder " + folder.u8string() +
                       "; create it first");
     }
     if (fs::is_directory(path, ignored)) {
         throw Failure("cannot write " + target + ": it is a folder; name a file");
     }
     if (fs::is_regular_file(path, ignored)) {
-        std::FILE* const writable = std::fopen(target.c_str(), "r+b");
+        std::FILE* const writable = OpenFile(target, "r+b");
         if (!writable) throw Failure("cannot write " + target + ": " + std::strerror(errno));
         std::fclose(writable);
     }

@@ -49,6 +49,7 @@ const Writer& WriterFor(const std::string& path)
         throw Failure("cannot tell the format of " + path + "; end its name in " + KnownExtensions(),
                       Failure::BadUsage);
     }
+    if (found->picture) RequirePictures(path);
     return *found;
 }
 
