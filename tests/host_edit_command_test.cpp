@@ -201,7 +201,7 @@ TEST_F(Edit, PolygonsAreFilledWhicheverWayTheyRun)
         {"0 0 1\n2 2 1\n4 0 1\n4 4 1\n2 2 1\n0 4 1\n", "lines 2 and 5 are the same place"},
         {"0 0 1\n4 0 1\n", "only 2 different points"},
         {"0 0 1\n4 0 1\n8 0 1\n", "lie on one line"},
-        {"0 0 1\n4 0 1\n0 4 1\n\n5 5 1\n6 5 1\n5 6 1\n", "holds 2 blocks"},
+        {"0 0 1\n4 0 1\n0 4 1\n\n5 5 1\n6 5 1\n5 6 1\n", "holds 2 lines"},
         {"0 0 1\n4 0 x\n0 4 1\n", "ring.txt:2: \"x\" is not a number; fix the line"},
         {"", "no breakline in it"},
     };

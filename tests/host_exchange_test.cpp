@@ -1,5 +1,6 @@
 // Surfaces and drawings of other programs: LandXML, DXF and GeoJSON, written and read.
 
+#include "tests/support/fixtures.h"
 #include "tests/support/program.h"
 
 #include "qsv_3dprocess.h"
@@ -70,6 +71,80 @@ TEST_F(Exchange, LandXmlKeepsEveryBitNumberAndLine)
     EXPECT_EQ(Report("info copy.xml --surface lower")["tins"][0]["number"], 2);
 }
 
+// Outlines of thin triangles, of holes and of pieces in holes; none of their rings becomes a breakline.
+TEST_F(Exchange, LandXmlKeepsTheOutline)
+{
+    std::ostringstream grid;   // turned, so that its outer rows are straight but for rounding
+    grid.precision(17);
+    for (const Site& s : GridSites(12, 12, 1000.0, 0.1)) grid << s.x << " " << s.y << " 1\n";
+    Put("grid.txt", grid.str());
+    const auto ring = [](const char* kind, double low, double high) {
+        const std::string a = std::to_string(low) + " ", b = std::to_string(high) + " ";
+        return "<Boundary bndType=\"" + std::string(kind) + "\"><PntList2D>" + a + a + a + b + b + b + b + a +
+               "</PntList2D></Boundary>";
+    };
+    std::string points = "<DataPoints><PntList3D>";
+    for (int i = 0; i < 400; ++i) {
+        points += std::to_string(i % 20) + " " + std::to_string(i / 20) + " " + std::to_string(i % 7) + "\n";
+    }
+    Put("hole.xml",
+        LandXml(kMetric, "<Surface name=\"s\"><SourceData><Boundaries>" + ring("outer", 0.7, 18.2) +
+                             ring("void", 3.1, 15.3) + ring("island", 6.9, 11.2) + "</Boundaries>" + points +
+                             "</PntList3D></DataPoints></SourceData></Surface>"));
+    const struct {
+        const char* input;
+        std::vector<const char*> rings;
+    } aCase[] = {{"grid.txt", {"outer"}},
+                 {"far.txt --breaklines ditch.txt --trim-angle 60", {"outer", "outer", "outer"}},
+                 {"hole.xml", {"outer", "void", "island"}}};
+    for (const auto& c : aCase) {
+        SCOPED_TRACE(c.input);
+        const auto first = Report(std::string("build ") + c.input + " --name s -o a.tin -o a.xml");
+        const auto again = Report("build a.xml --name s -o b.tin -o b.xml");
+        EXPECT_TRUE(Get("a.tin") == Get("b.tin"));
+        EXPECT_EQ(first["breaklines"], again["breaklines"]);
+        std::size_t at = 0;
+        for (const char* const kind : c.rings) {
+            at = Get("b.xml").find("<Boundary bndType=\"" + std::string(kind) + "\" edgeTrim=\"false\">",
+                                   at + 1);
+            EXPECT_NE(at, std::string::npos) << kind;
+        }
+        EXPECT_EQ(Get("b.xml").find("<Boundary ", at + 1), std::string::npos);
+    }
+}
+
+// The same line from a text, a surface, a drawing and a model, to build with, draw and fill.
+TEST_F(Exchange, LinesComeFromEveryKindOfFile)
+{
+    ASSERT_EQ(Run("build far.txt --breaklines ditch.txt -o lines.obj").status, 0);
+    Put("ring.txt", "0 0 1\n8 0 1\n8 6 2\n3 2 1\n0 6 3\n0 0 1\n");
+    ASSERT_EQ(Run("build --breaklines ring.txt -o ring.xml -o ring.dxf -o ring.obj").status, 0);
+    std::vector<std::string> drawn, built, filled;
+    for (const std::string extension : {".txt", ".xml", ".dxf", ".obj"}) {
+        const std::string lines = extension == ".txt"   ? "ditch.txt"
+                                  : extension == ".obj" ? "lines.obj"
+                                                        : "far" + extension;
+        EXPECT_EQ(Run("render far.tin --size 300x200 -o a.png --breaklines " + lines).status, 0);
+        drawn.push_back(Get("a.png"));
+        EXPECT_EQ(Run("build far.txt --name a -o a.tin --breaklines " + lines).status, 0);
+        built.push_back(Get("a.tin"));
+        EXPECT_EQ(Run("polygon ring" + extension + " --name a -o a.tin").status, 0);
+        filled.push_back(Get("a.tin"));
+        EXPECT_TRUE(drawn.back() == drawn[0] && built.back() == built[0] && filled.back() == filled[0])
+            << lines;
+    }
+    EXPECT_EQ(Run("render far.tin --size 300x200 -o a.png").status, 0);
+    EXPECT_FALSE(Get("a.png") == drawn[0]);
+    ExpectRefusal("render far.tin -o a.png --breaklines far.tin", 1, "far.tin is not a text file");
+    ExpectRefusal("polygon ring.dxf -o ring.dxf", 2, "would overwrite the input");
+    Put("point.obj", "v 0 0 0\nl 1\n");
+    ExpectRefusal("render far.tin -o a.png --breaklines point.obj", 1,
+                  "point.obj:2: a line needs two corners");
+    Put("point.ply", "ply\nformat ascii 1.0\nelement vertex 1\nproperty float x\nproperty float y\n"
+                     "property float z\nend_header\n0 0 0\n");
+    ExpectRefusal("build far.txt -o a.png --breaklines point.ply", 1, "point.ply holds no lines");
+}
+
 // In another second, time zone and environment.
 TEST_F(Exchange, SameInputGivesTheSameBytes)
 {
@@ -136,6 +211,7 @@ TEST_F(Exchange, UnitsStayOrAreConvertedOnRequest)
         const char* asked;
         const char* unit;
         double side;
+        double highest = 0.0;   // where it is not 4 of the unit of the plan
     } aCase[] = {
         {kMetric, "", "meter", 10.0},
         {kMetric, "--units foot", "foot", 10.0 / 0.3048},
@@ -143,14 +219,24 @@ TEST_F(Exchange, UnitsStayOrAreConvertedOnRequest)
         {"<Imperial linearUnit=\"USSurveyFoot\"/>", "", "USSurveyFoot", 10.0},
         {"<Imperial linearUnit=\"USSurveyFoot\"/>", "--units meter", "meter", 12000.0 / 3937.0},
         {"", "--units foot", "foot", 10.0},
+        {"<Imperial linearUnit=\"USSurveyFoot\" elevationUnit=\"feet\"/>", "", "USSurveyFoot", 10.0},
+        {"<Imperial linearUnit=\"inch\" elevationUnit=\"feet\"/>", "", "inch", 10.0, 4 * 12.0},
+        {"<Metric linearUnit=\"meter\" elevationUnit=\"kilometer\"/>", "--units foot", "foot", 10.0 / 0.3048,
+         4000.0 / 0.3048},
+        {"<Metric linearUnit=\"millimeter\" areaUnit=\"squareMeter\"/>", "", "millimeter", 10.0},
     };
     for (const auto& c : aCase) {
         SCOPED_TRACE(std::string(c.units) + c.asked);
         Put("a.xml", LandXml(c.units, Square("s")));
-        ASSERT_EQ(Run(std::string("convert a.xml b.xml ") + c.asked).status, 0);
+        const Result converted = Run(std::string("convert a.xml b.xml ") + c.asked);
+        ASSERT_EQ(converted.status, 0);
+        EXPECT_EQ(converted.err.find("heights are in ") != std::string::npos, c.highest != 0.0);
         const auto info = Report("info b.xml");
+        const auto& tin = info["tins"][0];
         EXPECT_EQ(info["unit"], c.unit);
-        EXPECT_DOUBLE_EQ(info["tins"][0]["range"]["x"][1].get<double>(), c.side);
+        EXPECT_DOUBLE_EQ(tin["range"]["x"][1].get<double>(), c.side);
+        EXPECT_DOUBLE_EQ(tin["range"]["z"][1].get<double>(), c.highest != 0.0 ? c.highest : c.side * 0.4);
+        EXPECT_DOUBLE_EQ(tin["stated_plan_area"].get<double>(), c.side * c.side) << "in another unit of area";
     }
     Put("feet.xml", LandXml("<Imperial linearUnit=\"foot\"/>",
                             "<Surface name=\"s\"><SourceData><DataPoints><PntList3D>0 0 0\n0 100 0 100 0 10"
@@ -329,6 +415,8 @@ TEST_F(Exchange, RefusesWhatIsDamagedAndSaysWhere)
          "names point \"99999999999999999999\""},
         {"convert", "a.xml", changed("7 08 a", "7 a"), "face 2 needs three points"},
         {"convert", "a.xml", changed("\"meter\"", "\"cubit\""), "\"cubit\" is no known unit of length"},
+        {"convert", "a.xml", changed("areaUnit", "elevationUnit"),
+         "\"squareMeter\" is no known unit of heights"},
         {"convert", "a.xml", source("<DataPoints><PntList3D>0 0 1</PntList3D></DataPoints>"),
          "has no triangles; build a surface of points"},
         {"build", "a.xml", source("<DataPoints name=\"d\"><PntList3D>0 0\n1 0</PntList3D></DataPoints>"),

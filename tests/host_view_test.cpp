@@ -418,7 +418,8 @@ TEST_F(ViewProgram, DrawsEveryFormat)
     } aCase[] = {
         {"-o plan.png", "plan.png", "\x89PNG"},
         {"--view 205,30 --perspective --exaggerate 2 --skirt -1 --size 400x300 --no-edges -o v.svg", "v.svg",
-         "<?xml"},
+         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" "
+         "xmlns:xlink=\"http://www.w3.org/1999/xlink\" width=\"400px\" height=\"300px\""},
         {"--view 250,20 --breaklines hill.txt --texture four.png --grid-sphere 5,5,9,4 --sphere-step 45,30 "
          "--sphere-zero horizon-signed -o all.svg",
          "all.svg", "<?xml"},

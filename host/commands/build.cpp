@@ -39,17 +39,6 @@ struct BuildOptions {
     OutputChoice outputs;
 };
 
-void RefuseInput(const std::string& output, const std::vector<std::string>& inputs)
-{
-    for (const std::string& input : inputs) {
-        std::error_code missing;
-        if (std::filesystem::equivalent(PathOf(output), PathOf(input), missing)) {
-            throw Failure("-o " + output + " would overwrite the input; name another file",
-                          Failure::BadUsage);
-        }
-    }
-}
-
 void CheckOptions(const BuildOptions& options)
 {
     if (options.points.empty() && options.breaklines.empty()) {
@@ -138,8 +127,7 @@ void DeclareBuild(CLI::App& app)
     const auto options = std::make_shared<BuildOptions>();
     app.add_option("POINTS", options->points,
                    "text files with one point a line, or files of other programs: " + ExchangeExtensions());
-    app.add_option("--breaklines", options->breaklines,
-                   "text file with blocks of x y z lines, an empty line or > between them; may be repeated")
+    app.add_option("--breaklines", options->breaklines, BreaklineFiles() + "; may be repeated")
         ->allow_extra_args(false)
         ->type_name("FILE");
     app.add_option("--surface", options->surfaces,

@@ -4,8 +4,10 @@
 #include "host/failure.h"
 #include "host/output/safe_file.h"
 #include "host/output/writers.h"
+#include "host/system.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace qsvtin {
 
@@ -57,6 +59,24 @@ void CheckOutputs(const OutputChoice& outputs)
     for (const std::string& path : outputs.paths) {
         CheckTarget(path);
     }
+}
+
+void RefuseInput(const std::string& output, const std::vector<std::string>& inputs)
+{
+    for (const std::string& input : inputs) {
+        std::error_code missing;
+        if (std::filesystem::equivalent(PathOf(output), PathOf(input), missing)) {
+            throw Failure("-o " + output + " would overwrite the input; name another file",
+                          Failure::BadUsage);
+        }
+    }
+}
+
+std::string BreaklineFiles()
+{
+    return "text file with blocks of x y z lines, an empty line or > between them, or a file of another "
+           "program: " +
+           ExchangeExtensions();
 }
 
 void DeclareUnits(CLI::App& app, std::string& unit)

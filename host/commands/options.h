@@ -36,6 +36,12 @@ void DeclareWriteOptions(CLI::App& app, OutputChoice& outputs);
 /// Finds out before any work is done whether the outputs can be written. @throws Failure when not
 void CheckOutputs(const OutputChoice& outputs);
 
+/// @throws Failure (bad usage) when the output is one of the inputs
+void RefuseInput(const std::string& output, const std::vector<std::string>& inputs);
+
+/// What the option --breaklines of all commands takes, for their help.
+std::string BreaklineFiles();
+
 /// Declares --units.
 void DeclareUnits(CLI::App& app, std::string& unit);
 /// The unit of that name; Unknown for none. @throws Failure (bad usage) for a name of no unit

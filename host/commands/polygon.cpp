@@ -1,8 +1,9 @@
 #include "host/commands/polygon.h"
 
 #include "host/commands/options.h"
+#include "host/exchange/exchange_file.h"
 #include "host/failure.h"
-#include "host/input/breakline_text.h"
+#include "host/input/survey.h"
 #include "host/output/writers.h"
 #include "host/report/tin_report.h"
 #include "host/say.h"
@@ -23,30 +24,29 @@ struct PolygonOptions {
     bool json = false;
 };
 
-Breakline ReadRing(const std::string& path)
+Breakline OnlyLineOf(const SurveyData& read, const std::string& path)
 {
-    TextFile text(path);
-    std::vector<BadLine> bad;
-    const BreaklineFile file = ReadBreaklines(text, bad);
-    if (!bad.empty()) {
-        throw Failure(path + ":" + std::to_string(bad[0].line) + ": " + bad[0].reason + "; fix the line");
+    if (read.breaklines.size() != 1) {
+        throw Failure(
+            path + " holds " + std::to_string(read.breaklines.size()) +
+            " lines; give one polygon, in text the x y z of its corners without an empty line between");
     }
-    if (file.lines.size() != 1) {
-        throw Failure(path + " holds " + std::to_string(file.lines.size()) +
-                      " blocks; give one polygon, lines of x y z without an empty line between them");
-    }
-    return file.lines[0];
+    return read.breaklines[0];
 }
 
 void RunPolygon(PolygonOptions options)
 {
     CheckOutputs(options.outputs);
-    const Breakline ring = ReadRing(options.file);
-    Terrain terrain = FillPolygon(ring);
+    for (const std::string& path : options.outputs.paths) {
+        RefuseInput(path, {options.file});
+    }
+    const SurveyData read = ReadLines({options.file}, LengthUnit::Unknown);
+    Terrain terrain = FillPolygon(OnlyLineOf(read, options.file));
     UpdateStoredParts(terrain.tin);
     terrain.tin.UpdateNormal();
     WriteOptions& write = options.outputs.options;
     write.form = options.outputs.form.value_or(2);
+    write.unit = read.unit;
     if (write.title.empty()) write.title = PathOf(options.file).filename().u8string();
     write.title = OnOneLine(write.title);
     WriteAll(terrain, write, options.outputs.paths);
@@ -67,7 +67,11 @@ void RunPolygon(PolygonOptions options)
 void DeclarePolygon(CLI::App& app)
 {
     const auto options = std::make_shared<PolygonOptions>();
-    app.add_option("FILE", options->file, "text file with the corners of the polygon, a line of x y z each")
+    app.add_option(
+           "FILE", options->file,
+           "the corners of the polygon: a text file with a line of x y z each, or the one line of a file of "
+           "another program: " +
+               ExchangeExtensions())
         ->required();
     DeclareOutputs(app, options->outputs);
     DeclareJson(app, options->json);

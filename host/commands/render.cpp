@@ -2,17 +2,16 @@
 
 #include "host/extension.h"
 #include "host/failure.h"
-#include "host/input/breakline_text.h"
+#include "host/input/survey.h"
 #include "host/output/safe_file.h"
 #include "host/say.h"
-#include "host/system.h"
 #include "host/view/drape.h"
 #include "host/view/view_options.h"
 #include "host/view/view_picture.h"
 
-#include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace qsvtin {
@@ -28,34 +27,21 @@ struct RenderOptions {
     std::string output;
 };
 
-void RefuseInput(const RenderOptions& options)
+std::vector<std::string> InputsOf(const RenderOptions& options)
 {
     std::vector<std::string> inputs = options.breaklines;
     inputs.push_back(options.view.tin.file);
     inputs.push_back(options.texture);
-    for (const std::string& input : inputs) {
-        std::error_code missing;
-        if (std::filesystem::equivalent(PathOf(options.output), PathOf(input), missing)) {
-            throw Failure("-o " + options.output + " would overwrite the input; name another file",
-                          Failure::BadUsage);
-        }
-    }
+    return inputs;
 }
 
-std::vector<Path> ReadLines(const std::vector<std::string>& files)
+std::vector<Path> ReadPaths(const std::vector<std::string>& files, LengthUnit unit)
 {
-    std::vector<Path> lines;
-    for (const std::string& file : files) {
-        TextFile text(file);
-        std::vector<BadLine> bad;
-        for (const Breakline& line : ReadBreaklines(text, bad).lines) {
-            lines.push_back(line.points);
-        }
-        if (bad.empty()) continue;
-        const BadLine& first = bad.front();
-        throw Failure(first.file + ":" + std::to_string(first.line) + ": " + first.reason + "; fix the line");
+    std::vector<Path> paths;
+    for (Breakline& line : ReadLines(files, unit).breaklines) {
+        paths.push_back(std::move(line.points));
     }
-    return lines;
+    return paths;
 }
 
 void RunRender(const RenderOptions& options)
@@ -63,10 +49,10 @@ void RunRender(const RenderOptions& options)
     PictureOptions picture = options.view.Picture();
     picture.edges = !options.noEdges;
     CheckPicturePath(options.output);
-    RefuseInput(options);
+    RefuseInput(options.output, InputsOf(options));
     CheckTarget(options.output);
     Scene scene = options.view.ReadScene();
-    const std::vector<Path> lines = ReadLines(options.breaklines);
+    const std::vector<Path> lines = ReadPaths(options.breaklines, scene.unit);
     scene.breaklines = Drape(scene, lines);
     if (!lines.empty() && scene.breaklines.empty()) {
         Note("no breakline of " + options.breaklines.front() +
@@ -87,7 +73,7 @@ void DeclareRender(CLI::App& app)
     const auto options = std::make_shared<RenderOptions>();
     options->view.Declare(app);
     app.add_option("--breaklines", options->breaklines,
-                   "text file of lines to draw on the surface, as for qsvtin build; may be repeated")
+                   "lines to draw on the surface: " + BreaklineFiles() + "; may be repeated")
         ->allow_extra_args(false)
         ->type_name("FILE");
     app.add_option("--texture", options->texture,

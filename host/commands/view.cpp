@@ -3,12 +3,11 @@
 #include "host/commands/options.h"
 #include "host/extension.h"
 #include "host/failure.h"
-#include "host/input/breakline_text.h"
+#include "host/input/survey.h"
 #include "host/output/writers.h"
 #include "host/terrain/loaded.h"
 #include "host/viewer/page.h"
 
-#include <filesystem>
 #include <memory>
 
 namespace qsvtin {
@@ -40,28 +39,14 @@ void CheckOptions(const ViewPageOptions& options)
     CheckTarget(options.output);
 }
 
-std::vector<Breakline> ReadLines(const std::vector<std::string>& paths)
-{
-    std::vector<Breakline> lines;
-    for (const std::string& path : paths) {
-        TextFile text(path);
-        std::vector<BadLine> bad;
-        const BreaklineFile file = ReadBreaklines(text, bad);
-        if (!bad.empty()) {
-            throw Failure(path + ":" + std::to_string(bad[0].line) + ": " + bad[0].reason + "; fix the line");
-        }
-        lines.insert(lines.end(), file.lines.begin(), file.lines.end());
-    }
-    return lines;
-}
-
 void RunView(const ViewPageOptions& options)
 {
     CheckOptions(options);
     const TinFile file = ReadTins(options.choice.file);
     const int chosen = ChooseTin(file, options.choice.tin);
     RequireUsable(file, chosen);
-    PageOptions page{options.title, options.exaggeration, ReadLines(options.breaklines)};
+    PageOptions page{options.title, options.exaggeration,
+                     ReadLines(options.breaklines, file.unit).breaklines};
     if (page.title.empty()) page.title = StemOf(options.choice.file);
     const Terrain terrain = LocalTerrain(file.tins[chosen], true);
     WriteFiles({{options.output, [&](SafeFile& to) { WritePage(terrain, page, to); }}});
@@ -74,7 +59,7 @@ void DeclareView(CLI::App& app)
     const auto options = std::make_shared<ViewPageOptions>();
     DeclareTin(app, options->choice);
     app.add_option("--breaklines", options->breaklines,
-                   "text file of lines to draw on the surface; may be repeated")
+                   "lines to draw on the surface: " + BreaklineFiles() + "; may be repeated")
         ->allow_extra_args(false)
         ->type_name("FILE");
     app.add_option("--exaggerate", options->exaggeration, "factor for heights when the page opens (1)")

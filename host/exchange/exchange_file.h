@@ -19,7 +19,6 @@ struct SurfaceData {
     std::vector<Breakline> breaklines;
     std::vector<BoundaryRing> boundaries;
     MeshData mesh;
-    std::vector<int> vertexLines;        ///< line number of each vertex of the mesh; empty: unknown
     std::optional<double> planArea;      ///< as the file states it, in its unit squared
     std::optional<double> surfaceArea;   ///< the same
 

@@ -24,15 +24,16 @@ class LandXmlWriter
 public:
     /// Begins the document.
     LandXmlWriter(const WriteOptions& options, SafeFile& file);
-    /// Points and faces keep their numbers and every digit; of a surveyed terrain, its points and breaklines are
-    /// written too. Its outline is not: a boundary with heights would be read as one more breakline, and one
-    /// without could cut off the thinnest triangles along it.
+    /// Points and faces keep their numbers and every digit; of a surveyed terrain, its points, breaklines and outline
+    /// are written too. The rings of the outline are edges of triangles, so that nothing is to be trimmed at them.
     void AddSurface(const Terrain& terrain, const std::string& name);
     /// Ends the document.
     void Finish();
 
 private:
     void AddSource(const Terrain& terrain);
+    void AddOutline(const Terrain& terrain);
+    void AddBreaklines(const Terrain& terrain);
     void AddDefinition(const Terrain& terrain);
 
     TextSink m_sink;

@@ -66,6 +66,16 @@ private:
             if (m_file.unit == LengthUnit::Unknown) {
                 m_xml.Fail(stated, Quoted(name) + " is no known unit of length; write one of " + UnitNames());
             }
+            const char* const ofHeights = stated.attribute("elevationUnit").value();
+            m_heightUnit = HeightUnitNamed(ofHeights, m_file.unit);
+            if (m_heightUnit == LengthUnit::Unknown) {
+                m_xml.Fail(stated, Quoted(ofHeights) +
+                                       " is no known unit of heights; write meter, kilometer, feet or miles");
+            }
+            if (m_heightUnit != m_file.unit) {
+                m_file.remarks.push_back("heights are in " + std::string(NameOf(m_heightUnit)) +
+                                         " and become " + std::string(NameOf(m_file.unit)));
+            }
         }
     }
 
@@ -125,12 +135,12 @@ private:
         if (!ParseNumber(node.attribute("elev").value(), height) || !IsCoordinate(height)) {
             m_xml.Fail(node, "a contour needs its height in elev");
         }
-        Places places = ReadList2D(node, {"contour", {}}, height);
+        Places places = ReadList2D(node, {"contour", {}}, InFileUnit(height));
         if (places.positions.empty()) return;
         surface.breaklines.push_back(LineOf(NameOfLine(node), surface.breaklines.size(), std::move(places)));
     }
 
-    // With heights it is a line to follow as well.
+    // With heights it is a line to follow as well, unless it says that triangles are not trimmed at it.
     void ReadBoundary(pugi::xml_node node, SurfaceData& surface)
     {
         const std::string name = NameOfLine(node);
@@ -145,7 +155,8 @@ private:
         if (places.positions.size() < 3) m_xml.Fail(node, "a boundary needs three points");
         ring.line = LineOf(name, surface.boundaries.size(), std::move(places));
         surface.boundaries.push_back(ring);
-        if (!hasHeights) return;
+        const std::string_view trim = node.attribute("edgeTrim").value();
+        if (!hasHeights || trim == "false" || trim == "0") return;
         const Position first = ring.line.points.front(), last = ring.line.points.back();
         if (first.x != last.x || first.y != last.y) {
             ring.line.points.push_back(first);
@@ -202,9 +213,11 @@ private:
                                  (height ? "" : " and height"));
         }
         at = {NumberOf(east, node, subject), NumberOf(north, node, subject),
-              height ? *height : NumberOf(up, node, subject)};
+              height ? *height : InFileUnit(NumberOf(up, node, subject))};
         return true;
     }
+
+    double InFileUnit(double height) const { return Convert(height, m_heightUnit, m_file.unit); }
 
     double NumberOf(std::string_view word, pugi::xml_node node, const Subject& subject)
     {
@@ -237,7 +250,7 @@ private:
                 m_xml.Fail(p, "there are two points " + Quoted(id) + "; give each an id of its own");
             }
             surface.mesh.vertices.push_back(ReadPoint(p, id));
-            surface.vertexLines.push_back(m_xml.LineOf(p));
+            surface.mesh.vertexLines.push_back(m_xml.LineOf(p));
         });
         int face = 0, invisible = 0;
         ForEachChild(definition, "Faces", [&](pugi::xml_node faces) {
@@ -296,6 +309,7 @@ private:
 
     XmlFile m_xml;
     ExchangeFile m_file;
+    LengthUnit m_heightUnit = LengthUnit::Unknown;
     std::string m_areaUnit;
     std::vector<int> m_corners;
     std::vector<Breakline> m_boundaryLines;   // of the surface being read; they come behind its own

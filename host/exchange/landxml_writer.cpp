@@ -1,11 +1,16 @@
 #include "host/exchange/landxml.h"
 #include "host/exchange/xml_text.h"
 #include "host/extension.h"
+#include "host/terrain/outline_rings.h"
+#include "host/terrain/plan_ring.h"
 #include "host/terrain/terrain.h"
 #include "host/terrain/triangles.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <ctime>
+#include <iterator>
+#include <utility>
 #include <vector>
 
 namespace qsvtin {
@@ -32,13 +37,16 @@ std::string Formatted(const char* format, std::time_t time)
 
 std::string UnitsElement(LengthUnit unit)
 {
-    const std::string name(NameOf(unit));
+    if (unit == LengthUnit::Unknown) unit = LengthUnit::Meter;
+    const std::string heights(HeightNameOf(unit));
+    const std::string lengths = "linearUnit=\"" + std::string(NameOf(unit)) + "\"" +
+                                (heights.empty() ? "" : " elevationUnit=\"" + heights + "\"");
     if (IsImperial(unit)) {
-        return "<Imperial areaUnit=\"squareFoot\" linearUnit=\"" + name +
-               "\" volumeUnit=\"cubicFeet\" temperatureUnit=\"fahrenheit\" pressureUnit=\"inHG\"/>";
+        return "<Imperial areaUnit=\"squareFoot\" " + lengths +
+               " volumeUnit=\"cubicFeet\" temperatureUnit=\"fahrenheit\" pressureUnit=\"inHG\"/>";
     }
-    return "<Metric areaUnit=\"squareMeter\" linearUnit=\"" + (unit == LengthUnit::Unknown ? "meter" : name) +
-           "\" volumeUnit=\"cubicMeter\" temperatureUnit=\"celsius\" pressureUnit=\"milliBars\"/>";
+    return "<Metric areaUnit=\"squareMeter\" " + lengths +
+           " volumeUnit=\"cubicMeter\" temperatureUnit=\"celsius\" pressureUnit=\"milliBars\"/>";
 }
 
 // The areas that a definition states, in its unit of area; coordinates are relative, so that no digit is lost.
@@ -56,6 +64,38 @@ Areas AreasOf(const CTin& tin)
         areas.surface += (CornerOf(tin, t, 1) - a).Out(CornerOf(tin, t, 2) - a).Len() / 2.0;
     }
     return areas;
+}
+
+constexpr std::string_view kOuter = "outer", kVoid = "void", kIsland = "island";
+
+// A ring of the outline, and what LandXML calls it: the edge of a hole is a void, that of a piece within an island.
+struct NamedRing {
+    std::string_view kind;
+    std::vector<int> vertices;
+};
+
+std::vector<NamedRing> NameRings(const CTin& tin)
+{
+    const auto at = [&](int v) { return Position{tin.m_aVertex[v].x, tin.m_aVertex[v].y, 0.0}; };
+    std::vector<NamedRing> rings;
+    std::vector<PlanRing> holes;
+    for (std::vector<int>& vertices : OutlineRings(tin)) {
+        const bool isHole = RunsClockwise(tin, vertices);
+        if (isHole) {
+            std::vector<Position> corners;
+            std::transform(vertices.begin(), vertices.end(), std::back_inserter(corners), at);
+            holes.emplace_back(corners);
+        }
+        rings.push_back({isHole ? kVoid : kOuter, std::move(vertices)});
+    }
+    for (NamedRing& ring : rings) {
+        const Position a = at(ring.vertices[0]), b = at(ring.vertices[1]);
+        const auto isAround = [&](const PlanRing& hole) {
+            return hole.Encloses((a.x + b.x) / 2.0, (a.y + b.y) / 2.0);
+        };
+        if (ring.kind == kOuter && std::any_of(holes.begin(), holes.end(), isAround)) ring.kind = kIsland;
+    }
+    return rings;
 }
 
 void AddPlace(TextSink& sink, const Terrain& terrain, int vertex)
@@ -100,33 +140,52 @@ void LandXmlWriter::AddSurface(const Terrain& terrain, const std::string& name)
 
 void LandXmlWriter::AddSource(const Terrain& terrain)
 {
-    m_sink << "<SourceData>\n<DataPoints><PntList3D>";
+    m_sink << "<SourceData>\n";
+    AddOutline(terrain);
+    AddBreaklines(terrain);
+    m_sink << "<DataPoints><PntList3D>";
     for (int v = 0; v < terrain.surveyVertices; ++v) {
         m_sink << (v > 0 ? "\n" : "");
         AddPlace(m_sink, terrain, v);
     }
-    m_sink << "</PntList3D></DataPoints>\n<Breaklines>\n";
+    m_sink << "</PntList3D></DataPoints>\n</SourceData>\n";
+}
+
+void LandXmlWriter::AddOutline(const Terrain& terrain)
+{
+    m_sink << "<Boundaries>\n";
+    for (const NamedRing& ring : NameRings(terrain.tin)) {
+        m_sink << "<Boundary bndType=\"" << ring.kind << "\" edgeTrim=\"false\">";
+        AddList(m_sink, terrain, ring.vertices);
+        m_sink << "</Boundary>\n";
+    }
+    m_sink << "</Boundaries>\n";
+}
+
+void LandXmlWriter::AddBreaklines(const Terrain& terrain)
+{
+    const auto isLine = [](const SurveyLine& line) { return line.SegmentCount() > 0; };
+    if (std::none_of(terrain.lines.begin(), terrain.lines.end(), isLine)) return;
+    m_sink << "<Breaklines>\n";
     for (const SurveyLine& line : terrain.lines) {
-        if (line.SegmentCount() == 0) continue;
+        if (!isLine(line)) continue;
         std::vector<int> vertices = line.vertices;
         if (line.closed) vertices.push_back(vertices.front());
         m_sink << "<Breakline brkType=\"standard\" name=\"" << AsXml(line.name) << "\">";
         AddList(m_sink, terrain, vertices);
         m_sink << "</Breakline>\n";
     }
-    m_sink << "</Breaklines>\n</SourceData>\n";
+    m_sink << "</Breaklines>\n";
 }
 
 void LandXmlWriter::AddDefinition(const Terrain& terrain)
 {
     const CTin& tin = terrain.tin;
     m_sink << "<Definition surfType=\"TIN\"";
-    // A squareMeter of coordinates in another unit would be none.
-    if (m_unit == LengthUnit::Unknown ||
-        AreaInSquare(1.0, IsImperial(m_unit) ? "squareFoot" : "squareMeter", m_unit)) {
-        const Areas areas = AreasOf(tin);
-        m_sink << " area2DSurf=\"" << areas.plan << "\" area3DSurf=\"" << areas.surface << "\"";
-    }
+    const Areas areas = AreasOf(tin);
+    const double unit =
+        AreaInSquare(1.0, IsImperial(m_unit) ? "squareFoot" : "squareMeter", m_unit).value_or(1.0);
+    m_sink << " area2DSurf=\"" << areas.plan / unit << "\" area3DSurf=\"" << areas.surface / unit << "\"";
     m_sink << ">\n<Pnts>\n";
     for (int v = 0; v < tin.m_aVertex.GetSize(); ++v) {
         m_sink << "<P id=\"" << v + 1 << "\">";

@@ -42,6 +42,31 @@ bool SameName(std::string_view a, std::string_view b)
                       [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
 }
 
+// The foot that goes with coordinates in a unit.
+LengthUnit FootOf(LengthUnit unit)
+{
+    return unit == LengthUnit::SurveyFoot ? LengthUnit::SurveyFoot : LengthUnit::Foot;
+}
+
+// A unit of area: how many squares of a unit of length.
+struct AreaUnit {
+    std::string_view name;
+    double squares;
+    LengthUnit side;
+};
+
+constexpr std::array kAreaUnits = {
+    AreaUnit{"squareMillimeter", 1.0, LengthUnit::Millimeter},
+    AreaUnit{"squareCentimeter", 1.0, LengthUnit::Centimeter},
+    AreaUnit{"squareMeter", 1.0, LengthUnit::Meter},
+    AreaUnit{"squareKilometer", 1.0, LengthUnit::Kilometer},
+    AreaUnit{"hectare", 10000.0, LengthUnit::Meter},
+    AreaUnit{"squareInch", 1.0, LengthUnit::Inch},
+    AreaUnit{"squareFoot", 1.0, LengthUnit::Foot},
+    AreaUnit{"squareMiles", 1.0, LengthUnit::Mile},
+    AreaUnit{"acre", 43560.0, LengthUnit::Foot},
+};
+
 }   // namespace
 
 LengthUnit UnitNamed(std::string_view name)
@@ -49,6 +74,25 @@ LengthUnit UnitNamed(std::string_view name)
     const auto* const found = std::find_if(kUnits.begin(), kUnits.end(),
                                            [&](const UnitFacts& u) { return SameName(u.name, name); });
     return found == kUnits.end() ? LengthUnit::Unknown : found->unit;
+}
+
+LengthUnit HeightUnitNamed(std::string_view name, LengthUnit inPlan)
+{
+    if (name.empty()) return inPlan;
+    if (SameName(name, "feet")) return FootOf(inPlan);
+    return SameName(name, "miles") ? LengthUnit::Mile : UnitNamed(name);
+}
+
+std::string_view HeightNameOf(LengthUnit unit)
+{
+    switch (unit) {
+    case LengthUnit::Meter: return "meter";
+    case LengthUnit::Kilometer: return "kilometer";
+    case LengthUnit::Foot:
+    case LengthUnit::SurveyFoot: return "feet";
+    case LengthUnit::Mile: return "miles";
+    default: return "";
+    }
 }
 
 std::string_view NameOf(LengthUnit unit)
@@ -94,14 +138,11 @@ double Convert(double length, LengthUnit from, LengthUnit to)
 
 std::optional<double> AreaInSquare(double area, std::string_view areaUnit, LengthUnit unit)
 {
-    constexpr double kSquareMetersPerHectare = 10000.0;
-    constexpr double kSquareFeetPerAcre = 43560.0;
-    const bool inFeet = unit == LengthUnit::Foot || unit == LengthUnit::SurveyFoot;
-    if (unit == LengthUnit::Meter && SameName(areaUnit, "squareMeter")) return area;
-    if (unit == LengthUnit::Meter && SameName(areaUnit, "hectare")) return area * kSquareMetersPerHectare;
-    if (inFeet && SameName(areaUnit, "squareFoot")) return area;
-    if (inFeet && SameName(areaUnit, "acre")) return area * kSquareFeetPerAcre;
-    return std::nullopt;
+    const auto* const found = std::find_if(kAreaUnits.begin(), kAreaUnits.end(),
+                                           [&](const AreaUnit& u) { return SameName(u.name, areaUnit); });
+    if (found == kAreaUnits.end() || unit == LengthUnit::Unknown) return std::nullopt;
+    const double side = Convert(1.0, found->side == LengthUnit::Foot ? FootOf(unit) : found->side, unit);
+    return area * found->squares * (side * side);
 }
 
 }   // namespace qsvtin

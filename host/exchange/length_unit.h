@@ -14,6 +14,13 @@ enum class LengthUnit { Unknown, Millimeter, Centimeter, Meter, Kilometer, Inch,
 /// @return Unknown for any other name
 LengthUnit UnitNamed(std::string_view name);
 
+/// The unit of heights by the name that LandXML has for it: meter, kilometer, feet or miles, or as UnitNamed. Feet
+/// are of the kind that the coordinates in plan are in, or else international. Nothing: the same unit as in plan.
+/// @return Unknown for any other name
+LengthUnit HeightUnitNamed(std::string_view name, LengthUnit inPlan);
+/// That name; empty where LandXML has none.
+std::string_view HeightNameOf(LengthUnit unit);
+
 /// The name that LandXML has for a unit; "unknown" for Unknown.
 std::string_view NameOf(LengthUnit unit);
 
@@ -32,9 +39,9 @@ LengthUnit UnitWithDrawingCode(int code);
 /// units, or where one is unknown.
 double Convert(double length, LengthUnit from, LengthUnit to);
 
-/// An area whose unit is named as LandXML does (squareMeter, hectare, squareFoot, acre), in the square of a unit
-/// of length. A squareFoot is that of the foot of the file.
-/// @return nothing when the two do not go together
+/// An area whose unit is named as LandXML does (squareMeter, hectare, squareFoot, acre, ...), in the square of a
+/// unit of length. A squareFoot is that of the foot of the file, and so is that of an acre.
+/// @return nothing when one of the units is not known
 std::optional<double> AreaInSquare(double area, std::string_view areaUnit, LengthUnit unit);
 
 }   // namespace qsvtin

@@ -13,6 +13,8 @@ namespace qsvtin {
 struct MeshData {
     std::vector<Position> vertices;
     std::vector<std::array<int, 3>> triangles;
+    std::vector<std::vector<int>> lines;   ///< polylines between vertices, of two or more
+    std::vector<int> vertexLines;          ///< line number of each vertex in the file; empty: unknown
 
     /// Adds a polygon as triangles that share its first corner.
     void AddPolygon(const std::vector<int>& corners)

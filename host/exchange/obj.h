@@ -11,8 +11,8 @@ namespace qsvtin {
 
 struct Terrain;
 
-/// Reads a Wavefront OBJ file: vertices (v) and faces (f). Faces with more than three corners are cut into
-/// triangles; everything else is passed over.
+/// Reads a Wavefront OBJ file: vertices (v), faces (f) and polylines (l). Faces with more than three corners are
+/// cut into triangles; everything else is passed over.
 /// @throws Failure when it cannot be read or is damaged
 MeshData ReadObjMesh(const std::string& path);
 

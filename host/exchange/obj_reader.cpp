@@ -23,6 +23,7 @@ public:
             if (m_fields.empty()) continue;
             if (m_fields[0] == "v") ReadVertex();
             if (m_fields[0] == "f") ReadFace();
+            if (m_fields[0] == "l") ReadPolyline();
         }
         return std::move(m_mesh);
     }
@@ -43,10 +44,14 @@ private:
         return value;
     }
 
-    void ReadVertex() { m_mesh.vertices.push_back({Coordinate(1), Coordinate(2), Coordinate(3)}); }
+    void ReadVertex()
+    {
+        m_mesh.vertices.push_back({Coordinate(1), Coordinate(2), Coordinate(3)});
+        m_mesh.vertexLines.push_back(m_text.LineNumber());
+    }
 
     // A corner is "7", "7/1", "7//3" or "7/1/3"; numbers below 0 count back from the last vertex.
-    int CornerOfFace(std::string_view field) const
+    int CornerNamed(std::string_view field) const
     {
         const std::string_view number = field.substr(0, field.find('/'));
         const int count = static_cast<int>(m_mesh.vertices.size());
@@ -60,14 +65,26 @@ private:
         return index;
     }
 
-    void ReadFace()
+    std::vector<int> Corners() const
     {
         std::vector<int> corners;
         for (std::size_t i = 1; i < m_fields.size(); ++i) {
-            corners.push_back(CornerOfFace(m_fields[i]));
+            corners.push_back(CornerNamed(m_fields[i]));
         }
+        return corners;
+    }
+
+    void ReadFace()
+    {
+        const std::vector<int> corners = Corners();
         if (corners.size() < 3) Fail("a face needs three corners");
         m_mesh.AddPolygon(corners);
+    }
+
+    void ReadPolyline()
+    {
+        m_mesh.lines.push_back(Corners());
+        if (m_mesh.lines.back().size() < 2) Fail("a line needs two corners");
     }
 
     TextFile m_text;

@@ -14,18 +14,8 @@ namespace qsvtin {
 
 namespace {
 
-// Ends the command for the bad lines of one file, unless they may be passed over and others were good.
-void JudgeBadLines(const std::vector<BadLine>& bad, bool nothingElse, bool skipBad)
-{
-    if (bad.empty() || (skipBad && !nothingElse)) return;
-    const BadLine& first = bad.front();
-    const std::string place = first.file + ":" + std::to_string(first.line) + ": " + first.reason;
-    if (nothingElse && bad.size() > 1)
-        throw Failure(place + "; no line could be read, give one point a line: x y z");
-    const std::string more =
-        bad.size() > 1 ? " (" + std::to_string(bad.size() - 1) + " more such lines)" : "";
-    throw Failure(place + "; fix the line or pass --skip-bad" + more);
-}
+// Why a survey is read. To build, one surface has to be chosen, and the user has options to set things right.
+enum class Use { Build, LinesAlone };
 
 template <class Item>
 void Append(std::vector<Item>& all, const std::vector<Item>& more)
@@ -45,7 +35,10 @@ std::string NamesOfSurfaces(const ExchangeFile& file)
 class SurveyReader
 {
 public:
-    explicit SurveyReader(const SurveySources& sources) : m_sources(sources) { m_survey.unit = sources.unit; }
+    SurveyReader(const SurveySources& sources, Use use) : m_sources(sources), m_use(use)
+    {
+        m_survey.unit = sources.unit;
+    }
 
     SurveyData Read()
     {
@@ -53,12 +46,25 @@ public:
             IsExchangeFile(path) ? ReadExchange(path, true) : ReadPoints(path);
         }
         for (const std::string& path : m_sources.breaklines) {
-            IsExchangeFile(path) ? ReadExchange(path, false) : ReadLines(path);
+            IsExchangeFile(path) ? ReadExchange(path, false) : ReadBlocks(path);
         }
         return std::move(m_survey);
     }
 
 private:
+    // Ends the command for the bad lines of one file, unless they may be passed over and others were good.
+    void JudgeBadLines(const std::vector<BadLine>& bad, bool nothingElse) const
+    {
+        if (bad.empty() || (m_sources.skipBad && !nothingElse)) return;
+        const BadLine& first = bad.front();
+        const std::string place = first.file + ":" + std::to_string(first.line) + ": " + first.reason;
+        if (nothingElse && bad.size() > 1)
+            throw Failure(place + "; no line could be read, give one point a line: x y z");
+        const std::string more =
+            bad.size() > 1 ? " (" + std::to_string(bad.size() - 1) + " more such lines)" : "";
+        throw Failure(place + "; fix the line" + (m_use == Use::Build ? " or pass --skip-bad" : "") + more);
+    }
+
     void ReadPoints(const std::string& path)
     {
         TextFile text(path);
@@ -66,7 +72,7 @@ private:
         PointStrings strings(m_sources.codes);
         PointFile file = ReadSurveyPoints(text, m_sources.order, bad, m_sources.strings ? &strings : nullptr);
         const std::vector<Breakline> lines = strings.Take();
-        JudgeBadLines(bad, file.points.empty() && lines.empty(), m_sources.skipBad);
+        JudgeBadLines(bad, file.points.empty() && lines.empty());
         if (m_sources.strings) TellStrings(path, lines.empty(), strings.StrayEnds());
         m_survey.columns.emplace_back(path, file.columns);
         m_survey.pointFiles.push_back(std::move(file));
@@ -87,12 +93,12 @@ private:
         }
     }
 
-    void ReadLines(const std::string& path)
+    void ReadBlocks(const std::string& path)
     {
         TextFile text(path);
         std::vector<BadLine> bad;
         const BreaklineFile file = ReadBreaklines(text, bad);
-        JudgeBadLines(bad, file.lines.empty(), m_sources.skipBad);
+        JudgeBadLines(bad, file.lines.empty());
         m_survey.columns.emplace_back(path, file.columns);
         Append(m_survey.badLines, bad);
         Append(m_survey.breaklines, file.lines);
@@ -106,8 +112,14 @@ private:
             path,
             file.format + (file.unit == LengthUnit::Unknown ? "" : " in " + std::string(NameOf(file.unit))));
         RequireChoice(file);
+        const std::size_t before = m_survey.breaklines.size();
         for (SurfaceData& surface : file.surfaces) {
             if (IsWanted(surface)) Add(file, surface, withPoints);
+        }
+        if (!withPoints && m_survey.breaklines.size() == before) {
+            throw Failure(path +
+                          " holds no lines; give breaklines of a surface, polylines of a drawing, or text "
+                          "in blocks of x y z lines");
         }
         for (const std::string& remark : file.remarks) {
             Note(path + ": " + remark);
@@ -122,7 +134,8 @@ private:
                               NamesOfSurfaces(file),
                           Failure::BadUsage);
         }
-        if (m_sources.surfaces.empty() && !file.areLayers && file.surfaces.size() > 1) {
+        if (m_use == Use::Build && m_sources.surfaces.empty() && !file.areLayers &&
+            file.surfaces.size() > 1) {
             throw Failure(file.path + " holds " + std::to_string(file.surfaces.size()) +
                               " surfaces; choose with --surface: " + NamesOfSurfaces(file),
                           Failure::BadUsage);
@@ -143,14 +156,15 @@ private:
         if (m_sources.unit == LengthUnit::Unknown && m_survey.unit != file.unit) {
             throw Failure(file.path + " is in " + std::string(NameOf(file.unit)) +
                               ", another file before it in " + std::string(NameOf(m_survey.unit)) +
-                              "; pass --units to convert",
+                              (m_use == Use::Build ? "; pass --units to convert"
+                                                   : "; give lines that are all in one unit"),
                           Failure::BadUsage);
         }
     }
 
     void Add(const ExchangeFile& file, SurfaceData& surface, bool withPoints)
     {
-        UseVerticesAsPoints(file, surface);
+        UseMesh(file, surface, withPoints);
         ToSurveyUnit(file, surface.points);
         for (Breakline& line : surface.breaklines) {
             ToSurveyUnit(file, line.points);
@@ -166,24 +180,40 @@ private:
         if (withPoints) Append(m_survey.boundaries, surface.boundaries);
     }
 
-    // Points that were stored as the vertices of a mesh without triangles.
-    void UseVerticesAsPoints(const ExchangeFile& file, SurfaceData& surface) const
+    // Points and lines may be stored as a mesh without triangles.
+    void UseMesh(const ExchangeFile& file, SurfaceData& surface, bool withPoints) const
     {
-        const std::string triangles = std::to_string(surface.mesh.triangles.size()) + " triangles";
+        MeshData& mesh = surface.mesh;
+        const bool hasTriangles = withPoints && !mesh.triangles.empty();
+        const std::string triangles = std::to_string(mesh.triangles.size()) + " triangles";
         if (surface.HasSource()) {
-            if (!surface.mesh.triangles.empty()) {
+            if (hasTriangles) {
                 Note(file.path + ": the " + triangles +
                      " in it are not used, its points and lines are; qsvtin convert keeps triangles");
             }
             return;
         }
-        if (!surface.mesh.triangles.empty()) {
+        if (hasTriangles) {
             throw Failure(file.path + ": surface " + Quoted(surface.name) + " is made of " + triangles +
                           " already; qsvtin convert keeps them");
         }
-        surface.points = std::move(surface.mesh.vertices);
-        surface.pointLines = std::move(surface.vertexLines);
-        surface.pointLines.resize(surface.points.size());
+        mesh.vertexLines.resize(mesh.vertices.size());
+        for (const std::vector<int>& line : mesh.lines) {
+            surface.breaklines.push_back(LineOf(file, surface, line));
+        }
+        surface.points = std::move(mesh.vertices);
+        surface.pointLines = std::move(mesh.vertexLines);
+    }
+
+    static Breakline LineOf(const ExchangeFile& file, const SurfaceData& surface,
+                            const std::vector<int>& line)
+    {
+        Breakline made{file.path, static_cast<int>(surface.breaklines.size()) + 1, {}, {}, {}};
+        for (const int vertex : line) {
+            made.points.push_back(surface.mesh.vertices[static_cast<std::size_t>(vertex)]);
+            made.lines.push_back(surface.mesh.vertexLines[static_cast<std::size_t>(vertex)]);
+        }
+        return made;
     }
 
     void ToSurveyUnit(const ExchangeFile& file, std::vector<Position>& points) const
@@ -195,6 +225,7 @@ private:
     }
 
     const SurveySources& m_sources;
+    const Use m_use;
     SurveyData m_survey;
 };
 
@@ -202,7 +233,15 @@ private:
 
 SurveyData ReadSurvey(const SurveySources& sources)
 {
-    return SurveyReader(sources).Read();
+    return SurveyReader(sources, Use::Build).Read();
+}
+
+SurveyData ReadLines(const std::vector<std::string>& paths, LengthUnit unit)
+{
+    SurveySources sources;
+    sources.breaklines = paths;
+    sources.unit = unit;
+    return SurveyReader(sources, Use::LinesAlone).Read();
 }
 
 }   // namespace qsvtin

@@ -26,6 +26,12 @@ struct SurveySources {
 /// @throws Failure when a file cannot be read, holds nothing usable, or units contradict each other
 SurveyData ReadSurvey(const SurveySources& sources);
 
+/// Reads lines alone, to draw or to fill: from the same files as breaklines of a survey, and of all surfaces that
+/// a file holds.
+/// @param unit  to convert to; Unknown: that of the first file that states one
+/// @throws Failure as ReadSurvey, and when a line of text cannot be read
+SurveyData ReadLines(const std::vector<std::string>& paths, LengthUnit unit);
+
 }   // namespace qsvtin
 
 #endif

@@ -53,7 +53,7 @@ struct BreaklineFile {
 struct SurveyData {
     std::vector<PointFile> pointFiles;
     std::vector<Breakline> breaklines;       ///< of all files
-    std::vector<BoundaryRing> boundaries;    ///< the same; with heights, they are breaklines too
+    std::vector<BoundaryRing> boundaries;    ///< the same; those to follow exactly are breaklines too
     LengthUnit unit = LengthUnit::Unknown;   ///< of all coordinates
     std::vector<std::pair<std::string, std::string>> columns;   ///< of all files: path, which column was what
     std::vector<BadLine> badLines;                              ///< those passed over

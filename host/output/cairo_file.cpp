@@ -47,26 +47,29 @@ void Check(cairo_status_t status, const Receiver& receiver)
 
 }   // namespace
 
-void WriteDrawing(SafeFile& file, double width, double height, double pixelsPerPoint,
-                  const std::function<void(cairo_surface_t*)>& draw)
+void WriteDrawing(SafeFile& file, const Sheet& sheet, const std::function<void(cairo_surface_t*)>& draw)
 {
     const std::string extension = ExtensionOf(file.Target());
     Receiver receiver{file, nullptr};
     if (extension == ".png") {
         const Surface surface(cairo_image_surface_create(
-            CAIRO_FORMAT_RGB24, static_cast<int>(std::lround(width * pixelsPerPoint)),
-            static_cast<int>(std::lround(height * pixelsPerPoint))));
-        cairo_surface_set_device_scale(surface.get(), pixelsPerPoint, pixelsPerPoint);
+            CAIRO_FORMAT_RGB24, static_cast<int>(std::lround(sheet.width * sheet.pngScale)),
+            static_cast<int>(std::lround(sheet.height * sheet.pngScale))));
+        cairo_surface_set_device_scale(surface.get(), sheet.pngScale, sheet.pngScale);
         draw(surface.get());
         Check(cairo_surface_write_to_png_stream(surface.get(), Receiver::Write, &receiver), receiver);
         return;
     }
-    const auto create =
-        extension == ".svg" ? cairo_svg_surface_create_for_stream : cairo_pdf_surface_create_for_stream;
-    const Surface surface(create(Receiver::Write, &receiver, width, height));
-    // Without the time of its making: the same drawing gives the same bytes.
-    if (extension == ".pdf")
+    const bool isSvg = extension == ".svg";
+    const auto create = isSvg ? cairo_svg_surface_create_for_stream : cairo_pdf_surface_create_for_stream;
+    const Surface surface(create(Receiver::Write, &receiver, sheet.width, sheet.height));
+    if (isSvg) {
+        cairo_svg_surface_set_document_unit(surface.get(), sheet.unit == Sheet::Pixel ? CAIRO_SVG_UNIT_PX
+                                                                                      : CAIRO_SVG_UNIT_PT);
+    } else {
+        // Without the time of its making: the same drawing gives the same bytes.
         cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE, nullptr);
+    }
     draw(surface.get());
     cairo_surface_finish(surface.get());
     Check(cairo_surface_status(surface.get()), receiver);

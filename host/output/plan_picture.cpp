@@ -38,7 +38,7 @@ void WritePlan(const Terrain& terrain, const WriteOptions& options, bool wholePa
     constexpr double kPixelsPerPoint = 3.0;   // of the relief too, where lines and text are vectors
     const PlanView view = MakePlanView(terrain, options.title);
     const PageLayout page = LayOutPage(view, wholePage);
-    WriteDrawing(file, page.width, page.height, kPixelsPerPoint,
+    WriteDrawing(file, {page.width, page.height, Sheet::Point, kPixelsPerPoint},
                  [&](cairo_surface_t* surface) { DrawPlan(surface, view, page, kPixelsPerPoint); });
 }
 

@@ -8,9 +8,9 @@
 
 namespace qsvtin {
 
-/// Takes away the triangles whose centre lies outside the boundaries: outside every outer ring, or in a void and
-/// not in an island within it. Where the rings are chains of edges, the outline follows them. Triangles that
-/// stay keep their order.
+/// Takes away the triangles outside the boundaries: outside every outer ring, or in a void and not in an island
+/// within it. Of a ring whose sides are edges, the outline follows every one; otherwise the centre of a triangle
+/// decides. Triangles that stay keep their order.
 /// @param rings  in survey coordinates; without an outer one, everything counts as inside
 /// @return number of triangles that went
 /// @throws Failure when none would stay

@@ -67,4 +67,15 @@ std::vector<std::vector<int>> OutlineRings(const CTin& tin)
     return rings;
 }
 
+bool RunsClockwise(const CTin& tin, const std::vector<int>& ring)
+{
+    double doubledArea = 0.0;
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+        const CXYZ a = tin.m_aVertex[ring[i]] - tin.m_aVertex[ring.front()];
+        const CXYZ b = tin.m_aVertex[ring[(i + 1) % ring.size()]] - tin.m_aVertex[ring.front()];
+        doubledArea += a.x * b.y - b.x * a.y;
+    }
+    return doubledArea < 0.0;
+}
+
 }   // namespace qsvtin

@@ -12,6 +12,9 @@ namespace qsvtin {
 /// keeps a ring of its own. Cost: linear in the triangles.
 std::vector<std::vector<int>> OutlineRings(const CTin& tin);
 
+/// True for a ring of vertices that runs clockwise in plan.
+bool RunsClockwise(const CTin& tin, const std::vector<int>& ring);
+
 }   // namespace qsvtin
 
 #endif

@@ -1,8 +1,9 @@
 #include "host/view/scene.h"
 
+#include "host/terrain/outline_rings.h"
+
 #include <algorithm>
 #include <cmath>
-#include <map>
 
 namespace qsvtin {
 
@@ -24,29 +25,14 @@ void FindRange(const CTin& tin, Scene& scene)
     scene.high = high.z;
 }
 
-// The edges without a neighbour, joined end to start.
 std::vector<Path> OutlineOf(const CTin& tin)
 {
-    std::multimap<int, int> edges;   // end by start
-    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
-        const CTriangle& triangle = tin.m_aTri[t];
-        for (int k = 0; k < 3; ++k) {
-            const int end = (k + 1) % 3;   // where the library keeps the neighbour
-            if (triangle.m_nNeighbor[end] < 0) edges.emplace(triangle.m_nVertex[k], triangle.m_nVertex[end]);
-        }
-    }
-    const auto at = [&](int v) {
-        return Position{tin.m_aVertex[v].x, tin.m_aVertex[v].y, tin.m_aVertex[v].z};
-    };
     std::vector<Path> outline;
-    while (!edges.empty()) {
-        auto edge = edges.begin();
-        Path& path = outline.emplace_back(Path{at(edge->first)});
-        while (edge != edges.end()) {
-            const int end = edge->second;
-            path.push_back(at(end));
-            edges.erase(edge);
-            edge = edges.find(end);
+    for (std::vector<int>& ring : OutlineRings(tin)) {
+        ring.push_back(ring.front());
+        Path& path = outline.emplace_back();
+        for (const int v : ring) {
+            path.push_back({tin.m_aVertex[v].x, tin.m_aVertex[v].y, tin.m_aVertex[v].z});
         }
     }
     return outline;

@@ -1,6 +1,7 @@
 #ifndef QSVTIN_VIEW_SCENE_H
 #define QSVTIN_VIEW_SCENE_H
 
+#include "host/exchange/length_unit.h"
 #include "host/position.h"
 #include "host/view/texture.h"
 
@@ -19,8 +20,9 @@ struct Scene {
     CTin tin;          ///< relative to the centre, heights multiplied by the exaggeration; with normals
     Position centre;   ///< of the survey's range
     double exaggeration = 1.0;
-    int groundTriangles = 0;   ///< those before are the TIN's own, the others the skirt
-    double low = 0.0;          ///< range of the heights of the ground, as surveyed
+    LengthUnit unit = LengthUnit::Unknown;   ///< of the survey
+    int groundTriangles = 0;                 ///< those before are the TIN's own, the others the skirt
+    double low = 0.0;                        ///< range of the heights of the ground, as surveyed
     double high = 0.0;
     std::vector<Path> outline;        ///< the ends of the ground
     std::vector<Path> breaklines;     ///< lying on the ground, see Drape

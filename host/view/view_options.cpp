@@ -106,7 +106,8 @@ void ViewOptions::Declare(CLI::App& app)
     app.add_flag("--perspective", perspective, "what is near looks larger; else lines of sight are parallel");
     app.add_option("--exaggerate", exaggeration, "factor for heights (1)")->type_name("FACTOR");
     app.add_option("--skirt", skirt, "hang walls on the outline, down or up to this height")->type_name("Z");
-    app.add_option("--size", size, "of the picture, in pixels (1600x1000)")->type_name("WIDTHxHEIGHT");
+    app.add_option("--size", size, "of the picture, in pixels (1600x1000); a PDF is as many points")
+        ->type_name("WIDTHxHEIGHT");
     app.add_option("--grid-sphere", sphere,
                    "draw a sphere around a station, ruled with the angles that an instrument reads there")
         ->type_name("X,Y,Z,RADIUS");
@@ -150,7 +151,9 @@ Scene ViewOptions::ReadScene() const
     const TinFile read = ReadTins(tin.file);
     const int index = ChooseTin(read, tin.tin);
     RequireUsable(read, index);
-    return MakeScene(read.tins[index], exaggeration, skirt);
+    Scene scene = MakeScene(read.tins[index], exaggeration, skirt);
+    scene.unit = read.unit;
+    return scene;
 }
 
 }   // namespace qsvtin

@@ -63,7 +63,8 @@ void WriteView(const Scene& scene, const PictureOptions& options, SafeFile& file
     const bool pixels = ExtensionOf(file.Target()) == ".png";
     const ViewFrame frame = FrameOf(scene, options);
     const Drawing drawing = MakeDrawing(scene, frame, pixels ? 1 : kPrinted);
-    WriteDrawing(file, options.width, options.height, 1.0, [&](cairo_surface_t* surface) {
+    const Sheet sheet{static_cast<double>(options.width), static_cast<double>(options.height)};
+    WriteDrawing(file, sheet, [&](cairo_surface_t* surface) {
         const double unit = UnitOf(options);
         Pen pen(surface);
         DrawBackground(pen, options);
