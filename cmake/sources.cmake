@@ -2,6 +2,7 @@
 set(QSV_SOURCES
   platform/afx_file.cpp
   platform/afx_string.cpp
+  platform/large_pages.cpp
   base/calc_xyzhv.cpp
   base/dist.cpp
   base/polyline.cpp
@@ -24,6 +25,7 @@ set(QSV_SOURCES
   tin/internal/mesh_walk.cpp
   tin/internal/morton_order.cpp
   tin/internal/nearest_triangle.cpp
+  tin/internal/normal.cpp
   tin/internal/occlusion.cpp
   tin/internal/outline_join.cpp
   tin/internal/painting_order.cpp
@@ -87,6 +89,7 @@ set(QSV_PUBLIC_HEADERS
   platform/afx_point.h
   platform/afx_string.h
   platform/export.h
+  platform/large_pages.h
   base/calc_xyzhv.h
   base/dist.h
   base/polyline.h
