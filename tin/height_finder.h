@@ -28,7 +28,8 @@ struct CHeightAnswer {
 class QSV_API CHeightFinder
 {
 public:
-    /// Cost: one pass over the triangles, and a byte or less for each of them.
+    /// Cost: one pass over the vertices and one over the triangles. Keeps 2 bytes for each triangle, and needs 8
+    /// for each vertex meanwhile.
     explicit CHeightFinder(const CTin& tin);
 
     /// The triangle from which the walk to a position starts; -1 when the TIN has none.
@@ -44,19 +45,19 @@ public:
     int Find(const CArray<CXYZ>& aPlace, CArray<CHeightAnswer>& aAnswer) const;
 
 private:
+    struct Grid;
     struct Asked;
 
     void ChooseCells();
+    void EnterTriangles();
     void FillEmptyCells();
-    int ColumnOf(double x) const;
-    int RowOf(double y) const;
-    void SortByPlace(const CArray<CXYZ>& aPlace, CArray<Asked>& aAsked) const;
+    void ListByPlace(const CArray<CXYZ>& aPlace, CArray<Asked>& aAsked) const;
 
     const CTin& m_tin;
     double m_dMinX = 0.0, m_dMinY = 0.0;   // lower corner of the grid
     double m_dColumnsPerUnit = 0.0, m_dRowsPerUnit = 0.0;
-    int m_nColumns = 1, m_nRows = 1;
-    CArray<int> m_aStart;   // a triangle in or near each cell, row by row
+    int m_nBlocksAcross = 1, m_nBlocksUp = 1;   // of 8 x 8 cells
+    CArray<int> m_aStart;                       // a triangle in or near each cell, block by block
 };
 
 /// The same for one set of positions, without keeping a finder.

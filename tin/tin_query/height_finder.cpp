@@ -13,15 +13,16 @@ using namespace qsv;
 
 namespace {
 
-// Triangles a cell of the grid. With fewer, more cells are empty and starts are no nearer.
-constexpr int kTrianglesPerCell = 6;
+// Cells along the side of a block. The cells of a block stand side by side, and positions of one block are
+// answered together: their triangles and vertices stay in the processor's cache meanwhile.
+constexpr int kBlock = 8;
+constexpr int kBlockCells = kBlock * kBlock;
+
+// With fewer, starts are a little nearer, and making the finder takes more time than that saves.
+constexpr int kTrianglesPerCell = 2;
 
 // How many triangles are looked at to choose the cells.
 constexpr int kSamples = 2048;
-
-// Cells along the side of a block. Positions of one block are answered together: even when each triangle and
-// each vertex of so many cells lies on a page of memory of its own, the processor remembers where the pages are.
-constexpr int kBlock = 8;
 
 // How many walks go on in turns: enough for the memory of one to arrive while the others are at work.
 constexpr int kLanes = 16;
@@ -55,21 +56,41 @@ CHeightAnswer AnswerAt(const MeshView& mesh, int nTri, double x, double y)
 
 }   // namespace
 
+// Which cell is where. Cells are numbered block by block, in a block row by row.
+struct CHeightFinder::Grid {
+    explicit Grid(const CHeightFinder& finder)
+        : dMinX(finder.m_dMinX), dMinY(finder.m_dMinY), dColumnsPerUnit(finder.m_dColumnsPerUnit),
+          dRowsPerUnit(finder.m_dRowsPerUnit), nBlocksAcross(finder.m_nBlocksAcross),
+          nColumns(finder.m_nBlocksAcross * kBlock), nRows(finder.m_nBlocksUp * kBlock)
+    {
+    }
+
+    double ColumnAt(double x) const { return (x - dMinX) * dColumnsPerUnit; }
+    double RowAt(double y) const { return (y - dMinY) * dRowsPerUnit; }
+    int CellOf(int nColumn, int nRow) const
+    {
+        const unsigned row = static_cast<unsigned>(nRow), column = static_cast<unsigned>(nColumn);
+        const unsigned block = row / kBlock * static_cast<unsigned>(nBlocksAcross) + column / kBlock;
+        return static_cast<int>(block * kBlockCells + row % kBlock * kBlock + column % kBlock);
+    }
+    int CellAt(double x, double y) const
+    {
+        return CellOf(Clamped(ColumnAt(x), nColumns), Clamped(RowAt(y), nRows));
+    }
+
+    const double dMinX, dMinY, dColumnsPerUnit, dRowsPerUnit;
+    const int nBlocksAcross, nColumns, nRows;
+};
+
 CHeightFinder::CHeightFinder(const CTin& tin) : m_tin(tin)
 {
     ChooseCells();
-    m_aStart.SetSize(m_nColumns * m_nRows, -1);
-    for (int c = 0; c < m_aStart.GetSize(); ++c) {
-        m_aStart[c] = -1;
-    }
-    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
-        const CXYZ& p = VertexAt(tin.m_aVertex, tin.m_aTri[t].m_nVertex[0]);
-        m_aStart[RowOf(p.y) * m_nColumns + ColumnOf(p.x)] = t;
-    }
+    EnterTriangles();
     FillEmptyCells();
 }
 
-// About square cells over the range of some of the triangles; what lies outside counts to the outer cells.
+// About square cells over the range of some of the triangles; what lies outside counts to
+// the outer cells.
 void CHeightFinder::ChooseCells()
 {
     const int nTriangles = m_tin.m_aTri.GetSize();
@@ -81,46 +102,115 @@ void CHeightFinder::ChooseCells()
     }
     const double dWidth = upper.x - lower.x, dHeight = upper.y - lower.y;
     if (!(dWidth > 0.0 && dHeight > 0.0 && std::isfinite(dWidth) && std::isfinite(dHeight))) {
-        return;   // one cell
+        return;   // one block, of which one cell serves
     }
-    const int nCells = std::max(1, nTriangles / kTrianglesPerCell);
-    m_nColumns = 1 + Clamped(std::sqrt(nCells * (dWidth / dHeight)), nCells);
-    m_nRows = 1 + nCells / m_nColumns;
+    const int nBlocks = 1 + nTriangles / (kTrianglesPerCell * kBlockCells);
+    m_nBlocksAcross = 1 + Clamped(std::sqrt(nBlocks * (dWidth / dHeight)), nBlocks);
+    m_nBlocksUp = 1 + nBlocks / m_nBlocksAcross;
     m_dMinX = lower.x;
     m_dMinY = lower.y;
-    m_dColumnsPerUnit = m_nColumns / dWidth;
-    m_dRowsPerUnit = m_nRows / dHeight;
+    m_dColumnsPerUnit = m_nBlocksAcross * kBlock / dWidth;
+    m_dRowsPerUnit = m_nBlocksUp * kBlock / dHeight;
 }
 
-// An empty cell takes its start from the cell before it in the row, or from the row before; the first ones, which
-// have none before, from those after them.
+namespace {
+
+// The middle of three places is in the cell that its whole part names.
+struct PlaceInGrid {
+    float dColumn, dRow;
+};
+
+float ClampedPlace(double d, int nCount)
+{
+    return !(d > 0.0) ? 0.0f : static_cast<float>(d < nCount ? d : nCount);
+}
+
+}   // namespace
+
+// Every cell remembers the last triangle whose middle lies in it. The places of the vertices in the grid stand in
+// an array of their own meanwhile: triangles name them in no order, and a fifth of the memory is nearer at hand.
+void CHeightFinder::EnterTriangles()
+{
+    const Grid grid(*this);
+    const CArray<CXYZ>& aVertex = m_tin.m_aVertex;
+    const int nVertices = aVertex.GetSize();
+    const auto placeOf = [&grid](const CXYZ& p) {
+        return PlaceInGrid{ClampedPlace(grid.ColumnAt(p.x), grid.nColumns),
+                           ClampedPlace(grid.RowAt(p.y), grid.nRows)};
+    };
+    CArray<PlaceInGrid> aPlace;
+    aPlace.SetSize(nVertices + 1, -1);
+    for (int v = 0; v < nVertices; ++v) {
+        aPlace[v] = placeOf(aVertex[v]);
+    }
+    aPlace[nVertices] = placeOf(VertexAt(aVertex, -1));   // for all that are missing
+    m_aStart.SetSize(m_nBlocksAcross * m_nBlocksUp * kBlockCells, -1);
+    std::fill_n(m_aStart.GetData(), m_aStart.GetSize(), -1);
+    for (int t = 0; t < m_tin.m_aTri.GetSize(); ++t) {
+        float dColumn = 0.0f, dRow = 0.0f;
+        for (const int nVt : m_tin.m_aTri[t].m_nVertex) {
+            const PlaceInGrid& place = aPlace[IsIndexOf(aVertex, nVt) ? nVt : nVertices];
+            dColumn += place.dColumn;
+            dRow += place.dRow;
+        }
+        constexpr float kThird = 1.0f / 3.0f;
+        m_aStart[grid.CellOf(std::min(static_cast<int>(dColumn * kThird), grid.nColumns - 1),
+                             std::min(static_cast<int>(dRow * kThird), grid.nRows - 1))] = t;
+    }
+}
+
+namespace {
+
+// Fills the gaps of a grid that stands row by row, from the entry before in the row or, for its first, in the row
+// before; the entries ahead of the first filled one from that. fnTake(to, from) fills an entry that is a gap from
+// one that is none, and does nothing else. Returns whether there is no gap left, that is, not only gaps.
+template <class IS_GAP, class TAKE>
+bool FillGaps(int nColumns, int nCount, IS_GAP fnIsGap, TAKE fnTake)
+{
+    const auto take = [&](int nTo, int nFrom) {
+        if (fnIsGap(nTo) && !fnIsGap(nFrom)) {
+            fnTake(nTo, nFrom);
+        }
+    };
+    for (int i = 1; i < nCount; ++i) {
+        if (i % nColumns == 0) {
+            take(i, i - nColumns);
+        }
+        take(i, i - 1);
+    }
+    for (int i = nCount - 1; i > 0; --i) {
+        take(i - 1, i);
+    }
+    return !fnIsGap(0);
+}
+
+}   // namespace
+
+// In each block, and then whole blocks without any start, which are few where points are spread evenly.
 void CHeightFinder::FillEmptyCells()
 {
-    for (int c = 1; c < m_aStart.GetSize(); ++c) {
-        if (m_aStart[c] < 0) {
-            m_aStart[c] = m_aStart[c % m_nColumns != 0 ? c - 1 : c - m_nColumns];
-        }
+    const int nBlocks = m_nBlocksAcross * m_nBlocksUp;
+    CArray<char> aFilled;
+    aFilled.SetSize(nBlocks, -1);
+    for (int b = 0; b < nBlocks; ++b) {
+        int* const pStart = m_aStart.GetData() + kBlockCells * b;
+        const bool bFilled = FillGaps(
+            kBlock, kBlockCells, [&](int c) { return pStart[c] < 0; },
+            [&](int nTo, int nFrom) { pStart[nTo] = pStart[nFrom]; });
+        aFilled[b] = bFilled ? 1 : 0;
     }
-    for (int c = m_aStart.GetUpperBound(); c > 0; --c) {
-        if (m_aStart[c - 1] < 0) {
-            m_aStart[c - 1] = m_aStart[c];
-        }
-    }
-}
-
-int CHeightFinder::ColumnOf(double x) const
-{
-    return Clamped((x - m_dMinX) * m_dColumnsPerUnit, m_nColumns);
-}
-
-int CHeightFinder::RowOf(double y) const
-{
-    return Clamped((y - m_dMinY) * m_dRowsPerUnit, m_nRows);
+    FillGaps(
+        m_nBlocksAcross, nBlocks, [&](int b) { return aFilled[b] == 0; },
+        [&](int nTo, int nFrom) {
+            int* const pStart = m_aStart.GetData();
+            std::copy_n(pStart + kBlockCells * nFrom, kBlockCells, pStart + kBlockCells * nTo);
+            aFilled[nTo] = 1;
+        });
 }
 
 int CHeightFinder::GetStartTri(double x, double y) const
 {
-    return m_aStart[RowOf(y) * m_nColumns + ColumnOf(x)];
+    return m_aStart[Grid(*this).CellAt(x, y)];
 }
 
 CHeightAnswer CHeightFinder::Find(double x, double y) const
@@ -129,65 +219,55 @@ CHeightAnswer CHeightFinder::Find(double x, double y) const
     return AnswerAt(mesh, WalkToPoint(mesh, GetStartTri(x, y), x, y).nTri, x, y);
 }
 
-// One position and its place in the caller's list.
+// One position, its cell, and its place in the caller's list.
 struct CHeightFinder::Asked {
     double x, y;
+    int nCell;
     int nIndex;
 };
 
-// Sorts positions by the block of cells they lie in, in linear time.
-void CHeightFinder::SortByPlace(const CArray<CXYZ>& aPlace, CArray<Asked>& aAsked) const
+// Lists positions by the block of cells they lie in, in linear time; as they come where those beside each other in
+// the list mostly share a block already, as along the lines of a scan.
+void CHeightFinder::ListByPlace(const CArray<CXYZ>& aPlace, CArray<Asked>& aAsked) const
 {
-    const int nAcross = m_nColumns / kBlock + 1;
-    const auto blockOf = [&](const CXYZ& p) {
-        return RowOf(p.y) / kBlock * nAcross + ColumnOf(p.x) / kBlock;
-    };
-    CArray<int> aBlock, aNext;   // block of each position; where the next one of each block goes
-    aBlock.SetSize(aPlace.GetSize(), -1);
-    aNext.SetSize(nAcross * (m_nRows / kBlock + 1) + 1, -1);
-    for (int i = 0; i < aPlace.GetSize(); ++i) {
-        aBlock[i] = blockOf(aPlace[i]);
-        ++aNext[aBlock[i] + 1];
+    const Grid grid(*this);
+    const int nPlaces = aPlace.GetSize();
+    CArray<int> aCell, aNext;   // cell of each position; where the next one of each block goes
+    aCell.SetSize(nPlaces, -1);
+    aNext.SetSize(m_nBlocksAcross * m_nBlocksUp + 1, -1);
+    int nChanges = 0;
+    for (int i = 0; i < nPlaces; ++i) {
+        aCell[i] = grid.CellAt(aPlace[i].x, aPlace[i].y);
+        nChanges += i > 0 && aCell[i] / kBlockCells != aCell[i - 1] / kBlockCells ? 1 : 0;
+        ++aNext[aCell[i] / kBlockCells + 1];
+    }
+    aAsked.SetSize(nPlaces, -1);
+    if (nChanges < nPlaces / 3) {
+        for (int i = 0; i < nPlaces; ++i) {
+            aAsked[i] = {aPlace[i].x, aPlace[i].y, aCell[i], i};
+        }
+        return;
     }
     for (int b = 1; b < aNext.GetSize(); ++b) {
         aNext[b] += aNext[b - 1];
     }
-    aAsked.SetSize(aPlace.GetSize(), -1);
-    for (int i = 0; i < aPlace.GetSize(); ++i) {
-        aAsked[aNext[aBlock[i]]++] = {aPlace[i].x, aPlace[i].y, i};
+    for (int i = 0; i < nPlaces; ++i) {
+        aAsked[aNext[aCell[i] / kBlockCells]++] = {aPlace[i].x, aPlace[i].y, aCell[i], i};
     }
 }
 
 namespace {
 
-// A walk that goes on in turns with others. Its triangle is asked for, then that one's corners, then it makes
-// its step: at each turn what it needs has had the others' turns to arrive.
+// A walk that goes on in turns with others: its triangle was asked for at its last turn.
 struct Lane {
     Walk walk;
     int nIndex;
-    bool bCornersAskedFor;
 };
-
-// A record may lie across two cache lines.
-template <class RECORD>
-void PrefetchRecord(const RECORD& record)
-{
-    Prefetch(&record);
-    Prefetch(reinterpret_cast<const char*>(&record) + sizeof record - 1);
-}
-
-void AskForCorners(const MeshView& mesh, Lane& lane)
-{
-    for (const int nVt : mesh.aTri[lane.walk.nTri].m_nVertex) {
-        if (IsIndexOf(mesh.aVertex, nVt)) {
-            PrefetchRecord(mesh.aVertex[nVt]);
-        }
-    }
-    lane.bCornersAskedFor = true;
-}
 
 }   // namespace
 
+// In rounds: every lane asks for the corners of the triangle where it stands, then every lane makes its step and
+// asks for the next triangle, or takes the next position. The memory has the turns of all others to arrive.
 int CHeightFinder::Find(const CArray<CXYZ>& aPlace, CArray<CHeightAnswer>& aAnswer) const
 {
     const MeshView mesh = MeshOf(m_tin);
@@ -197,11 +277,11 @@ int CHeightFinder::Find(const CArray<CXYZ>& aPlace, CArray<CHeightAnswer>& aAnsw
         return 0;
     }
     CArray<Asked> aAsked;
-    SortByPlace(aPlace, aAsked);
+    ListByPlace(aPlace, aAsked);
     int nNext = 0, nFound = 0;
     const auto takeNext = [&](Lane& lane) {
         const Asked& asked = aAsked[nNext++];
-        lane = {StartWalk(GetStartTri(asked.x, asked.y), asked.x, asked.y), asked.nIndex, false};
+        lane = {StartWalk(m_aStart[asked.nCell], asked.x, asked.y), asked.nIndex};
         PrefetchRecord(mesh.aTri[lane.walk.nTri]);
         PrefetchRecord(aAnswer[lane.nIndex]);
     };
@@ -210,21 +290,24 @@ int CHeightFinder::Find(const CArray<CXYZ>& aPlace, CArray<CHeightAnswer>& aAnsw
     while (nLanes < kLanes && nNext < aAsked.GetSize()) {
         takeNext(aLane[nLanes++]);
     }
-    for (int n = 0; nLanes > 0; n = n + 1 < nLanes ? n + 1 : 0) {
-        Lane& lane = aLane[n];
-        Location found;
-        if (!lane.bCornersAskedFor) {
-            AskForCorners(mesh, lane);
-        } else if (StepWalk(mesh, lane.walk, found)) {
-            PrefetchRecord(mesh.aTri[lane.walk.nTri]);
-            lane.bCornersAskedFor = false;
-        } else {
+    while (nLanes > 0) {
+        for (int n = 0; n < nLanes; ++n) {
+            PrefetchCorners(mesh.aVertex, mesh.aTri[aLane[n].walk.nTri]);
+        }
+        for (int n = 0; n < nLanes; ++n) {
+            Lane& lane = aLane[n];
+            Location found;
+            if (StepWalk(mesh, lane.walk, found)) {
+                PrefetchRecord(mesh.aTri[lane.walk.nTri]);
+                continue;
+            }
             aAnswer[lane.nIndex] = AnswerAt(mesh, found.nTri, lane.walk.x, lane.walk.y);
             nFound += aAnswer[lane.nIndex].m_nResult;
             if (nNext < aAsked.GetSize()) {
                 takeNext(lane);
             } else {
                 lane = aLane[--nLanes];
+                --n;
             }
         }
     }
