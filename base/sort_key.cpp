@@ -7,6 +7,8 @@
 #include <limits>
 #include <utility>
 
+#include "base/key_order.h"
+
 namespace {
 
 // Counts keys in the order of their ranks as whole numbers do: lower ranks stand first, equal keys (0 and -0
@@ -33,97 +35,132 @@ private:
     const std::uint64_t m_nFlip;
 };
 
-// Sorts by one digit of the ranks after the other, from the last to the first, in passes that keep the order of
-// equal digits (Knuth, "The Art of Computer Programming" 3, 5.2.5).
+// Sorts by the upper bits of the ranks, one digit after the other, from the last to the first, in passes that keep
+// the order of equal digits (Knuth, "The Art of Computer Programming" 3, 5.2.5). So many bits tell all but a few
+// keys apart; those few are compared afterwards.
 class DigitSort
 {
 public:
-    DigitSort(CArray<double>& aKey, CArray<int>& aFrom, const Ranking& ranking)
-        : m_nCount(aKey.GetSize()), m_pKey(aKey.GetData()), m_pFrom(aFrom.GetData()), m_ranking(ranking)
+    DigitSort(const CArray<double>& aKey, const Ranking& ranking)
+        : m_nCount(aKey.GetSize()), m_pKey(aKey.GetData()), m_ranking(ranking)
     {
     }
 
-    void Sort()
+    void Sort(CArray<int>& aIndex)
     {
-        CountDigits();
-        CArray<double> aOtherKey;
-        CArray<int> aOtherFrom;
-        aOtherKey.SetSize(m_nCount);
-        aOtherFrom.SetSize(m_nCount);
-        double *pKey = m_pKey, *pOtherKey = aOtherKey.GetData();
-        int *pFrom = m_pFrom, *pOtherFrom = aOtherFrom.GetData();
+        ChooseBits();
+        MakeItems();
         for (int nDigit = 0; nDigit < kDigits; ++nDigit) {
-            if (!AllHaveTheSame(nDigit, pKey[0])) {
-                MoveByDigit(nDigit, pKey, pFrom, pOtherKey, pOtherFrom);
-                std::swap(pKey, pOtherKey);
-                std::swap(pFrom, pOtherFrom);
+            if (!AllHaveTheSame(nDigit)) {
+                MoveByDigit(nDigit);
             }
         }
-        if (pKey != m_pKey) {
-            std::copy(pKey, pKey + m_nCount, m_pKey);
-            std::copy(pFrom, pFrom + m_nCount, m_pFrom);
+        if (m_nDropped > 0) {
+            SettleTies();
+        }
+        for (int i = 0; i < m_nCount; ++i) {
+            aIndex[i] = PositionOf(m_aItem[i]);
         }
     }
 
 private:
+    // The upper bits of a key's rank, and below them its position.
+    using Item = std::uint64_t;
+    static constexpr int kPositionBits = 31;
     static constexpr int kDigitBits = 11;   // the places of a pass fit in a processor's first cache
-    static constexpr int kDigits = 6;
+    static constexpr int kDigits = 3;
     static constexpr int kValues = 1 << kDigitBits;
+    static_assert(kPositionBits + kDigits * kDigitBits == 64, "an item is full");
 
-    // The digits are those of the distance to the lowest rank: keys of one size have few that differ.
-    int DigitOf(double dKey, int nDigit) const
+    static int PositionOf(Item nItem) { return static_cast<int>(nItem & ((Item{1} << kPositionBits) - 1)); }
+    static Item UpperBits(Item nItem) { return nItem >> kPositionBits; }
+    static int DigitOf(Item nItem, int nDigit)
     {
-        return static_cast<int>((m_ranking.RankOf(dKey) - m_nLowest) >> (kDigitBits * nDigit)) &
-               (kValues - 1);
+        return static_cast<int>(UpperBits(nItem) >> (kDigitBits * nDigit)) & (kValues - 1);
     }
 
-    void CountDigits()
+    // The bits are those of the distance to the lowest rank: where keys are of one size, its upper ones are 0.
+    void ChooseBits()
     {
-        m_nLowest = m_ranking.RankOf(m_pKey[0]);
+        std::uint64_t nHighest = m_nLowest = m_ranking.RankOf(m_pKey[0]);
         for (int i = 1; i < m_nCount; ++i) {
-            m_nLowest = std::min(m_nLowest, m_ranking.RankOf(m_pKey[i]));
+            const std::uint64_t nRank = m_ranking.RankOf(m_pKey[i]);
+            m_nLowest = std::min(m_nLowest, nRank);
+            nHighest = std::max(nHighest, nRank);
         }
+        while (((nHighest - m_nLowest) >> m_nDropped) >> (kDigits * kDigitBits) != 0) {
+            ++m_nDropped;
+        }
+    }
+
+    void MakeItems()
+    {
+        m_aItem.SetSize(m_nCount);
+        m_aOther.SetSize(m_nCount);
         m_aPlace.SetSize(kDigits * kValues);
         for (int i = 0; i < m_nCount; ++i) {
-            std::uint64_t nRank = m_ranking.RankOf(m_pKey[i]) - m_nLowest;
+            const std::uint64_t nBits = (m_ranking.RankOf(m_pKey[i]) - m_nLowest) >> m_nDropped;
+            m_aItem[i] = nBits << kPositionBits | static_cast<Item>(i);
             for (int nDigit = 0; nDigit < kDigits; ++nDigit) {
-                ++m_aPlace[kValues * nDigit + static_cast<int>(nRank & (kValues - 1))];
-                nRank >>= kDigitBits;
+                ++m_aPlace[kValues * nDigit + DigitOf(m_aItem[i], nDigit)];
             }
         }
     }
 
-    bool AllHaveTheSame(int nDigit, double dAnyKey) const
+    bool AllHaveTheSame(int nDigit) const
     {
-        return m_aPlace[kValues * nDigit + DigitOf(dAnyKey, nDigit)] == m_nCount;
+        return m_aPlace[kValues * nDigit + DigitOf(m_aItem[0], nDigit)] == m_nCount;
     }
 
-    void MoveByDigit(int nDigit, const double* pKey, const int* pFrom, double* pToKey, int* pToFrom)
+    void MoveByDigit(int nDigit)
     {
         int* const pPlace = m_aPlace.GetData() + kValues * nDigit;
         int nPlace = 0;
         for (int nValue = 0; nValue < kValues; ++nValue) {   // from counts to the first place of each value
             nPlace += std::exchange(pPlace[nValue], nPlace);
         }
+        const Item* const pFrom = m_aItem.GetData();
+        Item* const pTo = m_aOther.GetData();
         for (int i = 0; i < m_nCount; ++i) {
-            const int nTo = pPlace[DigitOf(pKey[i], nDigit)]++;
-            pToKey[nTo] = pKey[i];
-            pToFrom[nTo] = pFrom[i];
+            pTo[pPlace[DigitOf(pFrom[i], nDigit)]++] = pFrom[i];
+        }
+        qsv::MoveInto(m_aItem, m_aOther);
+    }
+
+    // Keys with the same upper bits stand in the order of their positions, which is right where they are equal.
+    void SettleTies()
+    {
+        Item* const pItem = m_aItem.GetData();
+        for (int nFirst = 0, nEnd = 0; nFirst < m_nCount; nFirst = nEnd) {
+            for (nEnd = nFirst + 1; nEnd < m_nCount && UpperBits(pItem[nEnd]) == UpperBits(pItem[nFirst]);) {
+                ++nEnd;
+            }
+            const auto isBefore = [this](Item a, Item b) {
+                const std::uint64_t nRankA = m_ranking.RankOf(m_pKey[PositionOf(a)]);
+                const std::uint64_t nRankB = m_ranking.RankOf(m_pKey[PositionOf(b)]);
+                return nRankA != nRankB ? nRankA < nRankB : a < b;
+            };
+            if (nEnd - nFirst > 1 && !std::is_sorted(pItem + nFirst, pItem + nEnd, isBefore)) {
+                std::sort(pItem + nFirst, pItem + nEnd, isBefore);
+            }
         }
     }
 
     const int m_nCount;
-    double* const m_pKey;
-    int* const m_pFrom;
+    const double* const m_pKey;
     const Ranking m_ranking;
     std::uint64_t m_nLowest = 0;
+    int m_nDropped = 0;   // how many of the lowest bits of a rank are left aside
+    CArray<Item> m_aItem, m_aOther;
     CArray<int> m_aPlace;   // digit by digit: how many keys have each value, then where the next of them goes
 };
 
 // For a few keys, where counting would cost more than it saves.
+constexpr int kFewKeys = 100;
+
 void SortByInsertion(CArray<double>& aKey, CArray<int>& aFrom, const Ranking& ranking)
 {
-    for (int i = 1; i < aKey.GetSize(); ++i) {
+    for (int i = 0; i < aKey.GetSize(); ++i) {
         const double dKey = aKey[i];
         const std::uint64_t nRank = ranking.RankOf(dKey);
         int k = i;
@@ -138,18 +175,32 @@ void SortByInsertion(CArray<double>& aKey, CArray<int>& aFrom, const Ranking& ra
 
 }   // namespace
 
+void qsv::OrderOfKeys(const CArray<double>& aKey, CArray<int>& aIndex, int nOrder)
+{
+    aIndex.SetSize(aKey.GetSize());
+    const Ranking ranking(nOrder == 1);
+    if (aKey.GetSize() <= kFewKeys) {
+        CArray<double> aSorted;
+        aSorted.Copy(aKey);
+        SortByInsertion(aSorted, aIndex, ranking);
+    } else {
+        DigitSort(aKey, ranking).Sort(aIndex);
+    }
+}
+
 void QuickSortKey(CArray<double>& aKey, CArray<int>& aIndex, int nOrder)
 {
-    constexpr int kFewKeys = 100;
     const int n = aKey.GetSize();
-    aIndex.SetSize(n);
-    for (int i = 0; i < n; ++i) {
-        aIndex[i] = i;
-    }
-    const Ranking ranking(nOrder == 1);
     if (n <= kFewKeys) {
-        SortByInsertion(aKey, aIndex, ranking);
-    } else {
-        DigitSort(aKey, aIndex, ranking).Sort();
+        aIndex.SetSize(n);
+        SortByInsertion(aKey, aIndex, Ranking(nOrder == 1));
+        return;
     }
+    CArray<double> aSorted;
+    aSorted.SetSize(n);
+    qsv::OrderOfKeys(aKey, aIndex, nOrder);
+    for (int i = 0; i < n; ++i) {
+        aSorted[i] = aKey[aIndex[i]];
+    }
+    std::copy(aSorted.GetData(), aSorted.GetData() + n, aKey.GetData());
 }

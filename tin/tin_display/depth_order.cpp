@@ -1,4 +1,4 @@
-#include "base/sort_key.h"
+#include "base/key_order.h"
 #include "tin/internal/mesh.h"
 #include "tin/internal/occlusion.h"
 #include "tin/internal/painting_order.h"
@@ -45,7 +45,7 @@ void SortTriangles(const CTin& tin, int nMode, CArray<int>& aOrder, int nOrder)
             aKey[t] = SortKey(aHeight, tin.m_aTri[t], nMode);
         }
     }
-    QuickSortKey(aKey, aOrder, nOrder);
+    OrderOfKeys(aKey, aOrder, nOrder);
 }
 
 }   // namespace
