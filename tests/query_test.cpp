@@ -240,6 +240,7 @@ TEST(HeightFinder, AnswersAsTheMemberDoes)
             aAll.push_back({s.x + 1.25, s.y, 0.0});
         }
         CompareFinderWithMember(tin, Shuffled(aAll, 35), 1000);
+        CompareFinderWithMember(tin, GridSites(60, 30, 1.7), 500);   // in an order of their own
         tin.AddVPlane(-5.0);
         CompareFinderWithMember(tin, aAll, 1000);
         for (int t = 0; t < tin.GetTriSize(); t += 10) {   // links and corners that lead nowhere
@@ -516,6 +517,10 @@ bool SameBits(double a, double b)
 {
     return std::memcmp(&a, &b, sizeof a) == 0 || (std::isnan(a) && std::isnan(b));
 }
+bool SameBits(const CXYZ& a, const plain::Point& b)
+{
+    return SameBits(a.x, b.x) && SameBits(a.y, b.y) && SameBits(a.z, b.z);
+}
 
 void CompareOfATriangle(CTin& tin, const plain::Tin& reference, int t)
 {
@@ -523,7 +528,7 @@ void CompareOfATriangle(CTin& tin, const plain::Tin& reference, int t)
     CXYZ n;
     plain::Point nPlain;
     ASSERT_EQ(tin.GetNVec(t, n), reference.GetNVec(t, nPlain));
-    EXPECT_TRUE(SameBits(n.x, nPlain.x) && SameBits(n.y, nPlain.y) && SameBits(n.z, nPlain.z));
+    EXPECT_TRUE(SameBits(n, nPlain));
     EXPECT_TRUE(SameBits(tin.CalTriArea(t), reference.CalTriArea(t)));
     EXPECT_TRUE(SameBits(tin.CalTriAreaXY(t), reference.CalTriAreaXY(t)));
     double a[6];
@@ -588,7 +593,19 @@ TEST(SameAsPlain, QueriesToTheLastBit)
     CXYZ n;
     plain::Point nPlain;
     EXPECT_EQ(tin.GetNVec(n), reference.GetNVec(nPlain));
-    EXPECT_TRUE(SameBits(n.x, nPlain.x) && SameBits(n.y, nPlain.y) && SameBits(n.z, nPlain.z));
+    EXPECT_TRUE(SameBits(n, nPlain));
+    tin.m_aTri[5].m_nVertex[1] = tin.m_aTri[5].m_nVertex[0];   // not a number around it
+    reference.tri[5].v[1] = reference.tri[5].v[0];
+    plain::List<plain::Point> aTriNormal, aVtNormal;
+    reference.GetNormals(aTriNormal, aVtNormal);
+    tin.UpdateNormal();
+    for (int t = 0; t < tin.GetTriSize(); ++t) {
+        EXPECT_TRUE(SameBits(tin.m_aTriNormal[t], aTriNormal[t])) << t;
+    }
+    for (int v = 0; v < tin.GetPointSize(); ++v) {
+        EXPECT_TRUE(SameBits(tin.m_aVtNormal[v], aVtNormal[v])) << v;
+        EXPECT_EQ(tin.m_aVtNormal[v].m_nMark, 0);
+    }
 }
 
 }   // namespace

@@ -175,4 +175,21 @@ int Tin::GetNVec(Point& normal) const
     return 1;
 }
 
+void Tin::GetNormals(List<Point>& ofTri, List<Point>& ofVertex) const
+{
+    ofTri.assign(tri.size(), Point());
+    ofVertex.assign(vertex.size(), Point());
+    List<int> uses(vertex.size());
+    for (int t = 0; t < tri.Size(); ++t) {
+        GetNVec(t, ofTri[t]);
+        for (const int v : tri[t].v) {
+            ofVertex[v] = ofVertex[v] + ofTri[t];
+            ++uses[v];
+        }
+    }
+    for (int v = 0; v < vertex.Size(); ++v) {
+        if (uses[v] > 1) ofVertex[v] = ofVertex[v] / uses[v];
+    }
+}
+
 }   // namespace plain

@@ -193,6 +193,7 @@ struct Tin {
     double CalAllAreaXY() const;
     int GetNVec(int t, Point& normal) const;
     int GetNVec(Point& normal) const;
+    void GetNormals(List<Point>& ofTri, List<Point>& ofVertex) const;
 
     // Drawing order
     void UpdateDepth();

@@ -1,4 +1,5 @@
 #include "tin/internal/mesh.h"
+#include "tin/internal/normal.h"
 #include "tin/internal/plan.h"
 #include "tin/tin.h"
 
@@ -84,11 +85,8 @@ int CTin::GetNVec(int nTri, CXYZ& vec)
         return 0;
     }
     const int(&nVertex)[3] = m_aTri[nTri].m_nVertex;
-    const CXYZ& a = VertexAt(m_aVertex, nVertex[0]);
-    const CXYZ u = VertexAt(m_aVertex, nVertex[1]) - a;
-    const CXYZ w = VertexAt(m_aVertex, nVertex[2]) - a;
-    vec = u.Out(w);
-    vec /= vec.Len();
+    vec = NormalOf(VertexAt(m_aVertex, nVertex[0]), VertexAt(m_aVertex, nVertex[1]),
+                   VertexAt(m_aVertex, nVertex[2]));
     vec.Trace();
     return 1;
 }
