@@ -124,8 +124,8 @@ public:
     // not known, by what arrives. So a few bytes never claim more memory than a small file would.
     Announced Judge(int nRecords, int nBytesEach, int nBelieved) const;
 
-    // Reads records of nBytesEach bytes and calls fnTake(i, bytes) for each. Returns false at the first that is
-    // not there in full.
+    // Reads records of nBytesEach bytes, as many at a time as fit in a block, and calls fnTake(first, end, bytes)
+    // for records first .. end-1. Returns false at the first that is not there in full.
     template <class TAKE>
     bool GetRecords(std::int64_t nRecords, int nBytesEach, TAKE fnTake);
 
@@ -186,9 +186,8 @@ bool ByteReader::GetRecords(std::int64_t nRecords, int nBytesEach, TAKE fnTake)
         const int nWanted =
             static_cast<int>(std::min<std::int64_t>(nRecords - nDone, kBlockBytes / nBytesEach));
         const int nWhole = Read(m_aBlock.GetData(), nWanted * nBytesEach) / nBytesEach;
-        for (int k = 0; k < nWhole; ++k) {
-            fnTake(static_cast<int>(nDone + k), m_aBlock.GetData() + k * nBytesEach);
-        }
+        const unsigned char* const pByte = m_aBlock.GetData();
+        fnTake(nDone, nDone + nWhole, pByte);
         nDone += nWhole;
         if (nWhole < nWanted) {
             return false;
@@ -213,7 +212,13 @@ bool ByteReader::GetArray(CArray<T>& aElement, int nBytesEach, DECODE fnDecode)
     {
         const RoomFor<T> room(aElement, eCount == Announced::Reserve ? nCount : 0);
         bAll = GetRecords(nCount, nBytesEach,
-                          [&](int, const unsigned char* pByte) { aElement.Add(fnDecode(pByte)); });
+                          [&](std::int64_t nFirst, std::int64_t nEnd, const unsigned char* pByte) {
+                              aElement.SetSize(static_cast<int>(nEnd), -1);
+                              T* const pElement = aElement.GetData();
+                              for (std::int64_t i = nFirst; i < nEnd; ++i, pByte += nBytesEach) {
+                                  pElement[i] = fnDecode(pByte);
+                              }
+                          });
     }
     aElement.SetSize(eCount == Announced::Reserve ? nCount : aElement.GetSize(), -1);
     return bAll;

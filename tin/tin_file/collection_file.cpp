@@ -71,10 +71,13 @@ bool ReadTextureCoords(ByteReader& reader, CTin& tin)
     if (!reader.GetInt(nCount) || nCount < 0 || nCount > tin.m_aVertex.GetSize()) {
         return false;
     }
-    return reader.GetRecords(2 * std::int64_t{nCount}, kTextureBytes, [&](int i, const unsigned char* pByte) {
-        CXYZ& vertex = tin.m_aVertex[i / 2];
-        (i % 2 == 0 ? vertex.tu : vertex.tv) = LoadFloat(pByte);
-    });
+    CXYZ* const pVertex = tin.m_aVertex.GetData();
+    return reader.GetRecords(2 * std::int64_t{nCount}, kTextureBytes,
+                             [&](std::int64_t nFirst, std::int64_t nEnd, const unsigned char* pByte) {
+                                 for (std::int64_t i = nFirst; i < nEnd; ++i, pByte += kTextureBytes) {
+                                     (i % 2 == 0 ? pVertex[i / 2].tu : pVertex[i / 2].tv) = LoadFloat(pByte);
+                                 }
+                             });
 }
 
 void WriteSection(ByteWriter& writer, const CTin& tin, Version eVersion)
