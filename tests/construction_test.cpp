@@ -97,13 +97,6 @@ TEST(CreateTin, IsDelaunayOverTheHull)
     }
 }
 
-TEST(CreateTin, CountsTrianglesOfAGridByEuler)
-{
-    CTin tin = Built(GridSites(20, 30, 1.0));
-    EXPECT_EQ(tin.GetTriSize(), 2 * 19 * 29);
-    EXPECT_EQ(tin.m_aBoundary.GetSize(), 4) << "collinear points on the hull's edges are no corners";
-}
-
 TEST(CreateTin, LeavesOutWhatCoincides)
 {
     Sites aSite = RandomSites(50, 4);
@@ -154,14 +147,6 @@ TEST(NoPointIsLost, WhateverTheToleranceIs)
     }
 }
 
-TEST(NoPointIsLost, AndTheHullCornerThatTheScanDropsComesBack)
-{
-    CTin tin = Built(GridSites(25, 25, 1.0, 26 * 0.0314159));   // its ring starts behind a corner
-    EXPECT_TRUE(HasPlacedEveryVertex(tin));
-    EXPECT_TRUE(IsDisk(tin));
-    EXPECT_NEAR(RingArea(tin, tin.m_aBoundary), 576.0, 1e-9);
-}
-
 // A half disc whose arc turns by less than the tolerance from point to point: corners in line are taken out
 // one by one, against those that remain, so that the arc does not vanish as a whole.
 TEST(NoPointIsLost, AndTheHullKeepsItsArcs)
@@ -176,24 +161,6 @@ TEST(NoPointIsLost, AndTheHullKeepsItsArcs)
     ASSERT_EQ(tin.CreateTin(0.0), 1);
     EXPECT_TRUE(HasPlacedEveryVertex(tin));
     EXPECT_NEAR(RingArea(tin, tin.m_aBoundary), HullArea(tin), 0.01);
-}
-
-TEST(FindTri, AgreesWithAScanOfAllTriangles)
-{
-    CTin tin = Built(RandomSites(400, 6));
-    Dice dice(7);
-    for (int i = 0; i < 3000; ++i) {
-        const double x = dice.Uniform(-10.0, 110.0), y = dice.Uniform(-10.0, 110.0);
-        int nState = 9, nSide = 9;
-        const int nTri = tin.FindTri(dice.Below(tin.GetTriSize()), x, y, nState, nSide);
-        ASSERT_EQ(nTri >= 0, tin.PtInTin(x, y) == 1) << x << " " << y;
-        if (nTri >= 0) {
-            ASSERT_EQ(tin.PtInTri(nTri, x, y), 1);
-            ASSERT_EQ(nState, 0);
-        } else {
-            ASSERT_EQ(nState, -1);
-        }
-    }
 }
 
 TEST(FindTri, TellsVertexEdgeInsideOutside)

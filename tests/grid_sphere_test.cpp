@@ -542,46 +542,6 @@ TEST(GridSphere, LabelsWithoutAPlaceAreHidden)
     EXPECT_EQ(sphere.m_aLabel[0].m_bPlaced, 0);
 }
 
-// As docs/algorithms/grid_sphere.md shows: the view decides where labels are, the sphere how texts lie there.
-void PlaceLabels(CGrid3DSphere& sphere, CProjection& view)
-{
-    for (int i = 0; i < sphere.m_aLabel.GetSize(); ++i) {
-        const CXYZ& p = sphere.m_aLabel[i].m_pos;
-        double dScrX, dScrY, dDepth;
-        int nInside;
-        if (view.Transform(p.x, p.y, p.z, dScrX, dScrY, dDepth, nInside, 1) == 1 && nInside == 1) {
-            sphere.PlaceLabel(i, dScrX, dScrY, 40, -12);   // y grows upwards on this screen
-        } else {
-            sphere.HideLabel(i);
-        }
-    }
-}
-
-// Seen from 30 south of the station, looking north, one pixel is one unit at distance 20.
-TEST(GridSphere, LabelsFollowAProjection)
-{
-    CGrid3DSphere sphere = Sphere(10.0, 90.0, 45.0);
-    CProjection view;
-    view.Translate(-100.0, -170.0, -50.0);
-    view.RotateX(-1.57079632679489661923);   // north to -z, up to y
-    view.SetPrjMatrix(-320.0, 320.0, 240.0, -240.0, 20.0, 100.0);
-    ASSERT_EQ(view.BeginTrans(0), 1);
-    PlaceLabels(sphere, view);
-    const int nZenith = sphere.m_aLabel.GetSize() - 1;
-    EXPECT_EQ(sphere.m_aLabel[nZenith].m_bPlaced, 1);
-    EXPECT_EQ(sphere.m_aLabel[nZenith].m_point, CPoint(0, 7)) << "30 away, 10 up: 20/30 * 10";
-    // The line to the south is named half a step up: 30 - 10 cos 22.5 = 20.76 away, 10 sin 22.5 = 3.83 up.
-    EXPECT_EQ(sphere.m_aLabel[2].m_dH, 180.0);
-    EXPECT_EQ(sphere.m_aLabel[2].m_point, CPoint(0, 4));
-
-    view.Translate(0.0, 0.0, 60.0);   // past the sphere
-    ASSERT_EQ(view.BeginTrans(0), 1);
-    PlaceLabels(sphere, view);
-    for (int i = 0; i <= nZenith; ++i) {
-        EXPECT_EQ(sphere.m_aLabel[i].m_bPlaced, 0);
-    }
-}
-
 TEST(GridSphere, BadInputGivesAnEmptySphereAtOnce)
 {
     const ZENITH_MODE eGood = ZENITH_0_FULL;

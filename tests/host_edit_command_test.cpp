@@ -12,12 +12,7 @@ namespace {
 class Edit : public ProgramTest
 {
 protected:
-    // A pyramid 10 wide and 8 high over a square at height 1; the apex is vertex 4.
-    Edit()
-    {
-        Put("hill.txt", "0 0 1\n10 0 1\n10 10 1\n0 10 1\n5 5 9\n");
-        EXPECT_EQ(Run("build hill.txt -o hill.tin").status, 0);
-    }
+    Edit() { PutHill(); }
 
     // The report on a.tin edited in place, which must be sound afterwards.
     nlohmann::json EditSound(const std::string& steps) const

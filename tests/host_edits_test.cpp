@@ -1,24 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "host/failure.h"
 #include "host/terrain/edits.h"
 #include "support/fixtures.h"
+#include "support/mesh_oracle.h"
 
 namespace {
-
-int CountFaults(const CTin& tin)
-{
-    CArray<CMeshFault> faults;
-    FindMeshFaults(tin, faults, std::numeric_limits<int>::max());
-    int count = 0;
-    for (int i = 0; i < faults.GetSize(); ++i) {
-        count += faults[i].m_eKind < MESH_FAULT_FLAT ? 1 : 0;
-    }
-    return count;
-}
 
 // Heaps with slopes far steeper than 45 degrees, where the plane of a hole is far from the plan.
 qsvtin::Terrain SteepTerrain()
@@ -51,7 +40,7 @@ TEST(DeleteVertex, KeepsASteepTerrainSoundOrLeavesItAlone)
             ++at;
             ASSERT_EQ(terrain.tin.GetPointSize(), vertices);
         }
-        ASSERT_EQ(CountFaults(terrain.tin), 0) << "after " << deleted << " deletions";
+        ASSERT_EQ(CountFaults(terrain.tin, MESH_FAULT_FLAT), 0) << "after " << deleted << " deletions";
         ASSERT_EQ(terrain.tin.m_aVertex[terrain.tin.GetPointSize() - 1].z, next.z) << "heights come back";
     }
     EXPECT_GT(deleted, 100);

@@ -7,6 +7,8 @@
 
 #include <cstring>
 #include <filesystem>
+#include <iterator>
+#include <sstream>
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define QSV_SANITIZED 1
@@ -25,7 +27,7 @@ class Faults : public ProgramTest
 protected:
     Faults()
     {
-        Put("hill.txt", "0 0 1\n10 0 1\n10 10 1\n0 10 1\n5 5 9\n");
+        PutHill();
         Put("wall.txt", "# wall\n1 1 4\n9 1 4\n");
         Put("ring.txt", "0 0 1\n9 0 1\n9 9 1\n4 3 2\n0 9 1\n");
         EXPECT_EQ(Run("build hill.txt --breaklines wall.txt -o hill.tin").status, 0);
@@ -65,9 +67,9 @@ TEST_F(Faults, AFullDiskIsToldForEveryFormatAndReport)
         }
     }
     for (const std::string command :
-         {"info hill.tin", "check hill.tin", "height hill.tin 1 1", "area hill.tin --json",
-          "pick hill.tin 800,500", "convert hill.tin x.obj", "edit hill.tin --delete 4 -o x.tin",
-          "join hill.tin -o x.tin", "polygon ring.txt -o x.ply"}) {
+         {"build hill.txt -o x.obj", "info hill.tin", "check hill.tin", "height hill.tin 1 1",
+          "area hill.tin --json", "pick hill.tin 800,500", "convert hill.tin x.obj",
+          "edit hill.tin --delete 4 -o x.tin", "join hill.tin -o x.tin", "polygon ring.txt -o x.ply"}) {
         SCOPED_TRACE(command);
         const Result result = Run(command, "/dev/full");
         EXPECT_EQ(result.status, 1);
@@ -227,80 +229,39 @@ private:
         return list[static_cast<std::size_t>(m_dice.Below(static_cast<int>(list.size())))];
     }
 
+    static std::vector<std::string> Words(const char* text)
+    {
+        std::istringstream words(text);
+        return {std::istream_iterator<std::string>(words), {}};
+    }
+
     const std::string& Option()
     {
-        static const std::vector<std::string> aOption = {
-            "--breaklines", "--order",  "--trim-angle", "--eps",        "--skip-bad", "--json",
-            "-o",           "--format", "--name",       "--ascii",      "--title",    "--tin",
-            "--nearest",    "--view",   "--size",       "--exaggerate", "--skirt",    "--merge",
-            "--insert",     "--delete", "--relink",     "--help",       "--",         "-",
-            "--no-edges",   "-x",       "--output=",    "--perspective"};
+        static const std::vector<std::string> aOption = Words(
+            "--breaklines --order --trim-angle --eps --skip-bad --json -o --format --name --ascii --title "
+            "--tin "
+            "--nearest --view --size --exaggerate --skirt --merge --insert --delete --relink --help -- - "
+            "--no-edges -x --output= --perspective --units --surface --strings --codes --texture "
+            "--grid-sphere");
         return Pick(aOption);
     }
 
     const std::string& Value()
     {
-        static const std::vector<std::string> aValue = {"",
-                                                        "0",
-                                                        "-1",
-                                                        "1e308",
-                                                        "-1e-320",
-                                                        "nan",
-                                                        "-inf",
-                                                        "99999999999999999999",
-                                                        "2147483648",
-                                                        "0x10",
-                                                        ".5",
-                                                        "1e15",
-                                                        "1,2",
-                                                        "1,2,3",
-                                                        "nan,nan,nan",
-                                                        "1e15,-1e15,1e15",
-                                                        "5,5",
-                                                        "-5,-5,-5",
-                                                        "205,30",
-                                                        "0,90",
-                                                        "360,1",
-                                                        "0,0",
-                                                        "100x100",
-                                                        "99999x99999",
-                                                        "x",
-                                                        ",",
-                                                        "%s%n%n",
-                                                        "\xFF\xFE",
-                                                        std::string(300, 'n'),
-                                                        "zyx",
-                                                        "pnezd",
-                                                        "é",
-                                                        "hill.tin",
-                                                        "bad.tin",
-                                                        "hill.txt",
-                                                        "wall.txt",
-                                                        "ring.txt",
-                                                        "garbage.tin",
-                                                        "garbage.txt",
-                                                        "garbage.obj",
-                                                        "garbage.ply",
-                                                        "garbage.stl",
-                                                        "empty.txt",
-                                                        "empty.tin",
-                                                        "empty.stl",
-                                                        "huge.tin",
-                                                        "huge.ply",
-                                                        "huge.txt",
-                                                        "folder",
-                                                        "missing.tin",
-                                                        "/dev/null",
-                                                        "o.tin",
-                                                        "o.png",
-                                                        "o.svg",
-                                                        "o.pdf",
-                                                        "o.obj",
-                                                        "O.PLY",
-                                                        "o.dwg",
-                                                        "folder/o.tin",
-                                                        "missing/o.obj",
-                                                        "folder"};
+        static const std::vector<std::string> aValue = [] {
+            std::vector<std::string> words = Words(
+                "0 -1 1e308 -1e-320 nan -inf 99999999999999999999 2147483648 0x10 .5 1e15 1,2 1,2,3 "
+                "nan,nan,nan "
+                "1e15,-1e15,1e15 5,5 -5,-5,-5 205,30 0,90 360,1 0,0 100x100 99999x99999 x , %s%n%n \xFF\xFE "
+                "zyx "
+                "pnezd é foot hill.tin bad.tin hill.txt wall.txt ring.txt garbage.tin garbage.txt "
+                "garbage.obj "
+                "garbage.ply garbage.stl empty.txt empty.tin empty.stl huge.tin huge.ply huge.txt folder "
+                "missing.tin /dev/null o.tin o.png o.svg o.pdf o.obj O.PLY o.dwg o.xml o.dxf folder/o.tin "
+                "missing/o.obj");
+            words.insert(words.end(), {"", std::string(300, 'n')});
+            return words;
+        }();
         return Pick(aValue);
     }
 

@@ -118,15 +118,10 @@ TEST(BoxTree, FindsWhatALookAtEveryBoxFinds)
     EXPECT_EQ(BoxTree({}).FindNearest(0.0, 0.0, [](int) { return 0.0; }), -1);
 }
 
-// A pyramid 10 wide and 8 high over a square at height 1.
 class Height : public ProgramTest
 {
 protected:
-    Height()
-    {
-        Put("hill.txt", "0 0 1\n10 0 1\n10 10 1\n0 10 1\n5 5 9\n");
-        EXPECT_EQ(Run("build hill.txt -o hill.tin").status, 0);
-    }
+    Height() { PutHill(); }
 };
 
 TEST_F(Height, AnswersForOnePlace)
@@ -182,11 +177,7 @@ TEST_F(Height, AnswersBeforeTheNextQuestion)
 TEST_F(Height, GivesBackTheSurveyAtEveryPoint)
 {
     ASSERT_EQ(Run("build '" QSV_SAMPLE "/points.xyz' --trim-angle 15 -o sample.tin").status, 0);
-    const CTin tin = [&] {
-        CArray<CTin, CTin&> tins;
-        EXPECT_EQ(CTin::ReadBIN_VER2(Path("sample.tin").c_str(), tins), 1);
-        return tins[0];
-    }();
+    const CTin tin = ReadTin("sample.tin");
     std::string places;
     std::vector<double> heights;
     for (int t = 0; t < tin.m_aTri.GetSize(); t += 7) {

@@ -18,20 +18,13 @@ protected:
                        "21530190.25 6783136.75 4\n21530185.5 6783130.5 0.3\n");
     }
 
-    CTin Read(const std::string& file) const
-    {
-        CArray<CTin, CTin&> tins;
-        EXPECT_EQ(CTin::ReadBIN_VER2(Path(file).c_str(), tins), 1) << file;
-        return tins.GetSize() == 1 ? tins[0] : CTin();
-    }
-
     // The TIN that is made of a model; the test fails when that does not succeed.
     CTin Import(const std::string& file, const std::string& bytes) const
     {
         Put(file, bytes);
         const Result result = Run("convert " + file + " imported.tin");
         EXPECT_EQ(result.status, 0) << result.err;
-        return Read("imported.tin");
+        return ReadTin("imported.tin");
     }
 };
 
@@ -50,14 +43,14 @@ std::vector<double> Corners(const CTin& tin)
 TEST_F(Model, ComesBackFromEveryFormat)
 {
     ASSERT_EQ(Run("build far.txt -o far.tin").status, 0);
-    const CTin tin = Read("far.tin");
+    const CTin tin = ReadTin("far.tin");
     for (const std::string way : {"a.obj", "a.ply", "a.ply --ascii", "a.stl --ascii", "a.stl"}) {
         SCOPED_TRACE(way);
         const std::string file = way.substr(0, way.find(' '));
         ASSERT_EQ(Run("convert far.tin " + way).status, 0);
         ASSERT_EQ(Run("convert " + file + " back.tin").status, 0);
         ASSERT_EQ(Run("check back.tin").status, 0);
-        const CTin back = Read("back.tin");
+        const CTin back = ReadTin("back.tin");
         EXPECT_STREQ(back.m_strName, "a");
         ASSERT_EQ(back.m_aVertex.GetSize(), 5) << "equal vertices are one";
         const std::vector<double> expected = Corners(tin), found = Corners(back);

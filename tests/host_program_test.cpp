@@ -159,19 +159,6 @@ TEST_F(Program, NamesIncompleteLinesAndHeightConflicts)
     EXPECT_EQ(report["segments_enforced"], 1);
 }
 
-TEST_F(Program, CrossingsCarryLinesPositionAndHeights)
-{
-    Put("cross.txt", "2 2 3\n8 8 3\n\n2 8 5\n8 2 5\n");
-    const Result result = Run("build hill.txt --breaklines cross.txt --json -o hill.obj");
-    ASSERT_EQ(result.status, 0) << result.err;
-    const auto crossings = nlohmann::json::parse(result.out)["crossings"];
-    ASSERT_EQ(crossings.size(), 1u);
-    EXPECT_EQ(crossings[0]["lines"], nlohmann::json({1, 2}));
-    EXPECT_EQ(crossings[0]["file_lines"], nlohmann::json({1, 4}));
-    EXPECT_EQ(crossings[0]["position"], nlohmann::json({5.0, 5.0}));
-    EXPECT_EQ(crossings[0]["heights"], nlohmann::json({3.0, 5.0}));
-}
-
 // Ridges and a fault valley surveyed beside a grid of posts.
 TEST_F(Program, BuildsTheSampleTerrain)
 {
@@ -184,13 +171,6 @@ TEST_F(Program, BuildsTheSampleTerrain)
     EXPECT_EQ(report["points_unused"], 0);
     EXPECT_EQ(report["points_rejected"], 0);
     EXPECT_GT(fs::file_size(m_folder / "sample.png"), 100000u);
-}
-
-TEST_F(Program, FailsWhenTheReportCannotBePrinted)
-{
-    const Result result = Run("build hill.txt -o hill.obj", "/dev/full");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_NE(result.err.find("cannot write the report"), std::string::npos) << result.err;
 }
 
 TEST_F(Program, BuildsFromBreaklinesAloneAndExplainsItself)

@@ -252,21 +252,6 @@ TEST(Terrain, FollowsALineBeyondACornerOfOneTriangle)
     EXPECT_EQ(built->terrain.tin.m_aBreakLine.GetSize(), 1) << "as many breaklines as were given";
 }
 
-TEST(Terrain, NamesLinesThatTrimmingCutsOff)
-{
-    // A thin triangle hangs below the grid; the breakline runs along its lower side.
-    std::vector<Position> points = Grid(5);
-    points.push_back({2.0, -0.05, 0.0});
-    const SurveyData survey = Survey(points, {{{0, 0, 0}, {2, -0.05, 0}, {4, 0, 4}}, {{1, 1, 3}, {3, 3, 9}}});
-    EXPECT_EQ(Build(survey)->report.segmentsEnforced, 3u);
-    const auto trimmed = Build(survey, 5.0);
-    EXPECT_EQ(trimmed->report.segmentsEnforced, 1u);
-    ASSERT_EQ(trimmed->report.incomplete.size(), 1u);
-    EXPECT_EQ(trimmed->report.incomplete[0].line.number, 1);
-    EXPECT_EQ(trimmed->report.incomplete[0].missing.size(), 2u);
-    EXPECT_EQ(trimmed->report.incomplete[0].missing[0].fileLines, (std::array{1, 2}));
-}
-
 TEST(Terrain, NamesPositionsThatNoTriangleUses)
 {
     PreparedSurvey prepared;

@@ -7,6 +7,7 @@
 #include "host/view/surface_colours.h"
 #include "host/view/view_picture.h"
 #include "host/view/visibility.h"
+#include "tests/support/fixtures.h"
 #include "tests/support/program.h"
 
 #include <algorithm>
@@ -312,11 +313,7 @@ TEST(ViewColours, OfAHillAreThoseOfTheReference)
 // The apex is a vertex, so that lines through it pass two sides of the hill; one along its edges belongs to both.
 TEST(ViewDrape, FollowsTheSurfaceAndEndsWithIt)
 {
-    CTin tin;
-    for (const auto& p : {CXYZ(0, 0, 1), CXYZ(10, 0, 1), CXYZ(10, 10, 1), CXYZ(0, 10, 1), CXYZ(5, 5, 9)}) {
-        tin.AddPoint(p.x, p.y, p.z);
-    }
-    ASSERT_EQ(tin.CreateTin(0.0), 1);
+    const CTin tin = Built({{0, 0, 1}, {10, 0, 1}, {10, 10, 1}, {0, 10, 1}, {5, 5, 9}});
     const Scene scene = qsvtin::MakeScene(tin, 2.0, -5.0);
     const struct {
         const char* name;
@@ -393,8 +390,7 @@ class ViewProgram : public ProgramTest
 protected:
     ViewProgram()
     {
-        Put("hill.txt", "0 0 1\n10 0 1\n10 10 1\n0 10 1\n5 5 9\n");
-        EXPECT_EQ(Run("build hill.txt -o hill.tin").status, 0);
+        PutHill();
         // Two by two pixels: red and green above blue and white.
         Put("four.png",
             FromHex(

@@ -136,30 +136,6 @@ TEST(Rotations, TurnRightHandedAndBack)
     EXPECT_EQ(rot.AddMatrix(static_cast<ROT_SYSTEM>(7), CWPK()), 0);
 }
 
-TEST(Sorting, IsStableAndPutsWhatIsNoNumberLast)
-{
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    const double aValue[] = {3, nan, 1, 3, 2, 1};
-    const int aAscending[] = {2, 5, 4, 0, 3, 1}, aDescending[] = {0, 3, 4, 2, 5, 1};
-    for (const int nOrder : {1, 0}) {
-        CArray<double> aKey;
-        for (const double d : aValue) {
-            aKey.Add(d);
-        }
-        CArray<int> aIndex;
-        QuickSortKey(aKey, aIndex, nOrder);
-        for (int k = 0; k < 6; ++k) {
-            EXPECT_EQ(aIndex[k], nOrder == 1 ? aAscending[k] : aDescending[k]) << k;
-            EXPECT_TRUE(k == 5 ? std::isnan(aKey[k]) : aKey[k] == aValue[aIndex[k]]) << k;
-        }
-    }
-    CArray<double> aKey;
-    CArray<int> aIndex;
-    aIndex.SetSize(3);
-    QuickSortKey(aKey, aIndex, 1);
-    EXPECT_EQ(aIndex.GetSize(), 0);
-}
-
 // Keys of all sizes, many of them equal, against a sort by comparison.
 TEST(Sorting, OfManyKeysIsThatOfAStableSortByComparison)
 {
@@ -167,7 +143,7 @@ TEST(Sorting, OfManyKeysIsThatOfAStableSortByComparison)
                  nan = std::numeric_limits<double>::quiet_NaN();
     const double aOdd[] = {0.0, -0.0, inf, -inf, nan, -nan, 5e-324, -5e-324, 1.7e308, -1.7e308};
     Dice dice(91);
-    for (const int n : {2, 99, 101, 3000}) {
+    for (const int n : {0, 2, 99, 101, 3000}) {
         for (const double dOdd : {0.0, 0.1, 1.0}) {
             std::vector<double> aKey;
             for (int i = 0; i < n; ++i) {
@@ -192,6 +168,7 @@ TEST(Sorting, OfManyKeysIsThatOfAStableSortByComparison)
                     aSorted.Add(d);
                 }
                 CArray<int> aIndex;
+                aIndex.SetSize(3);
                 QuickSortKey(aSorted, aIndex, nOrder);
                 ASSERT_EQ(ToVector(aIndex), aExpected);
                 for (int i = 0; i < n; ++i) {

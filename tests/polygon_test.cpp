@@ -149,19 +149,6 @@ TEST(Polygon, WithoutAreaOrCornersIsRefused)
     Filled({{0, 0, 0}, {1, 0, 0}, {dNan, 1, 0}, {0, 1, 0}}, 0);
 }
 
-TEST(Polygon, RandomStarsAreCoveredOnce)
-{
-    for (std::uint64_t nSeed = 0; nSeed < 20; ++nSeed) {
-        SCOPED_TRACE(nSeed);
-        const int n = 3 + static_cast<int>(nSeed) * 17;
-        const CTin tin = Filled(RandomStar(n, nSeed, 80.0, 100.0));
-        EXPECT_EQ(tin.m_aTri.GetSize(), n - 2);
-        EXPECT_TRUE(IsSound(tin));
-        EXPECT_TRUE(IsDisk(tin));
-        EXPECT_NEAR(CTin(tin).CalAllAreaXY(), RingArea(tin, tin.m_aBoundary), 1e-6);
-    }
-}
-
 // Stars on and off a lattice, rings that cross themselves, repeated corners, tiny, huge and endless numbers.
 TEST(Polygon, SameAsPlain)
 {
@@ -240,17 +227,6 @@ Sites TankSites(int nColumns, int nRows)
     return aSite;
 }
 
-int CountLinkFaults(const CTin& tin)
-{
-    CArray<CMeshFault> aFault;
-    FindMeshFaults(tin, aFault, 1000000);
-    int nCount = 0;
-    for (int i = 0; i < aFault.GetSize(); ++i) {
-        nCount += aFault[i].m_eKind < MESH_FAULT_CLOCKWISE ? 1 : 0;
-    }
-    return nCount;
-}
-
 double DistanceToSegment(const CXYZ& p, const CXYZ& a, const CXYZ& b)
 {
     const CXYZ ab = b - a;
@@ -266,7 +242,7 @@ TEST(Surround, TankIsTriangulatedAllAround)
     const Sites aSite = TankSites(24, 5);
     CTin tin = Fed(aSite);
     ASSERT_EQ(tin.CreateTinObal(), 1);
-    EXPECT_EQ(CountLinkFaults(tin), 0);
+    EXPECT_EQ(CountFaults(tin, MESH_FAULT_CLOCKWISE), 0);
     EXPECT_TRUE(IsDisk(tin));
     ASSERT_EQ(tin.GetPointSize(), 120);
     for (int i = 0; i < 120; ++i) {
@@ -298,7 +274,7 @@ TEST(Surround, BreaklinesAddPlacesInSpace)
     bl.m_aVertexIndex.Add(9);
     tin.m_aBreakLine.Add(bl);
     ASSERT_EQ(tin.CreateTinObal(), 1);
-    EXPECT_EQ(CountLinkFaults(tin), 0);
+    EXPECT_EQ(CountFaults(tin, MESH_FAULT_CLOCKWISE), 0);
     ASSERT_GT(tin.GetPointSize(), 125) << "the line crosses edges";
     int nOnSecond = 0;
     for (int i = 120; i < tin.GetPointSize(); ++i) {

@@ -355,28 +355,3 @@ TEST(SameAsPlain, TrimmingWithStaleNormalsAndDamagedLinks)
         }
     }
 }
-
-TEST(SameAsPlain, Shapes)
-{
-    Pair pair(RandomSites(60, 77));
-    ASSERT_TRUE(pair.BuildBoth());
-    for (int t = -1; t <= pair.tin.GetTriSize(); ++t) {
-        for (int k = -1; k <= 3; ++k) {
-            double a = -7, b = -7;
-            EXPECT_EQ(pair.tin.GetLength(t, k), pair.plain.GetLength(t, k));
-            EXPECT_EQ(pair.tin.GetAngleXY(t, k, a), pair.plain.GetAngleXY(t, k, b));
-            EXPECT_EQ(a, b);
-            a = b = -7;
-            EXPECT_EQ(pair.tin.GetTriSedeLengthXY(t, k, a), pair.plain.GetTriSedeLengthXY(t, k, b));
-            EXPECT_EQ(a, b);
-        }
-        double a[4] = {-7, -7, -7, -7}, b[4] = {-7, -7, -7, -7};
-        EXPECT_EQ(pair.tin.GetMinAngle2(t, a[0]), pair.plain.GetMinAngle2(t, b[0]));
-        EXPECT_EQ(pair.tin.Get2ndAngle(t, a[1]), pair.plain.Get2ndAngle(t, b[1]));
-        EXPECT_EQ(pair.tin.GetMaxLengthXY(t, a[2]), pair.plain.GetMaxLengthXY(t, b[2]));
-        EXPECT_EQ(pair.tin.GetMaxLength(t, a[3]), pair.plain.GetMaxLength(t, b[3]));
-        for (int i = 0; i < 4; ++i) {
-            EXPECT_EQ(a[i], b[i]);
-        }
-    }
-}

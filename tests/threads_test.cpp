@@ -1,6 +1,7 @@
 // What the headers promise to programs with several threads. The thread sanitizer's run of these tests
 // (preset tsan) tells what comparing results cannot.
 
+#include "fuzz/tin_operations.h"
 #include "support/fixtures.h"
 #include "support/mesh_oracle.h"
 
@@ -25,59 +26,28 @@ void InThreads(DO fnDo)
     }
 }
 
-// Everything that is marked "reads only", as one sum of what it tells.
-double AskAll(CTin& tin, std::uint64_t nSeed)
+// Everything that is marked "reads only"; what some of it tells.
+std::string AskAll(CTin& tin, std::uint64_t nSeed)
 {
     Dice dice(nSeed);
-    double dSum = 0.0;
+    std::string strTold;
     for (int i = 0; i < 20; ++i) {
-        const double x = dice.Uniform(-5.0, 105.0), y = dice.Uniform(-5.0, 105.0);
-        const int nTri = dice.Below(tin.GetTriSize()), nVt = dice.Below(tin.GetPointSize());
-        double a[9] = {}, d = 0.0, z = 0.0;
-        int n[4] = {};
-        CXYZ normal, mean;
-        CRot rot;
-        CArray<int> aSlot, aPos, aList;
-        CArray<CMeshFault> aFault;
-        CPolyline ring;
-        tin.GetVertex(nTri, a[0], a[1], a[2], a[3], a[4], a[5], a[6], a[7], a[8]);
-        tin.GetNextTri(nTri, n[0], n[1], n[2]);
-        dSum += a[0] + a[4] + a[8] + n[0] + n[1] + n[2] + tin.GetVertex(nTri, 1)->z;
-        dSum += tin.CheckTurn(nTri) + tin.CheckTurn(tin.m_aVertex[0], tin.m_aVertex[1], tin.m_aVertex[nVt]);
-        dSum += tin.FindTri(nTri, x, y, n[0], n[1]) + tin.FindTri(nTri, nVt, n[2], n[3]);
-        int nFrom = 0, nFound = 0, nSlot = 0;
-        dSum += tin.FindTriWithPt(nVt, nFrom, nFound, nSlot);
-        dSum += tin.FindFirstTriWithPt(nVt, nFound, nSlot, tin.GetTriSize());
-        dSum += tin.FindNextTriWithPt2(nFound, nSlot, 1) + nFound;
-        dSum += tin.GetVtOnBoundary(nTri, aSlot, aPos) + tin.GetNumVtOnBoundary(nTri);
-        tin.GetBoundary(ring);
-        dSum += ring.GetVertexSize() + tin.GetLength(nTri, 1) + tin.GetMinAngle(nTri);
-        tin.GetAngleXY(nTri, 2, a[0]);
-        tin.GetMinAngle2(nTri, a[1]);
-        tin.Get2ndAngle(nTri, a[2]);
-        tin.GetMaxLengthXY(nTri, a[3]);
-        tin.GetMaxLength(nTri, a[4]);
-        tin.GetTriSedeLengthXY(nTri, 0, a[5]);
-        dSum += a[0] + a[1] + a[2] + a[3] + a[4] + a[5] + tin.CheckPtUsed(nVt);
-        dSum += tin.PtInTri(nTri, x, y) + tin.PtInTin(x, y) + tin.PtInTriIncludeBack(nTri, x, y) +
-                tin.PtInTinIncludeBack(x, y);
-        dSum += tin.CalZonPlane(nTri, x, y, z) + z + tin.InterpolateForPlane(nTri, x, y, z, n[0]) + z;
-        dSum += tin.NearestOutsideTin(x, y, a[0], a[1], a[2], d) + a[0] + d;
-        dSum += tin.GetRange(nTri, a[0], a[1], a[2], a[3], a[4], a[5]) + a[5];
-        dSum += tin.CalTriArea(nTri) + tin.CalTriAreaXY(nTri) + tin.CalAllArea() + tin.CalAllAreaXY();
-        dSum += tin.GetNVec(nTri, normal) + tin.GetNVec(mean) + normal.x + mean.y;
-        tin.SetRotForNV_Z(normal, rot);
-        dSum += tin.GetSortList(1, aList, 1) + aList[0] + tin.FindTriWithDepth(x, y);
-        dSum += tin.InterpolateForDepth(x, y, z, n[0]) + z;
-        dSum += FindMeshFaults(tin, aFault, 3);
-        if (i % 10 == 0) {   // storing only reads too
-            CMemFile file;
-            dSum += tin.WriteBIN_VER1_SUB(file) + tin.WriteBIN_VER2_SUB(file) +
-                    static_cast<double>(file.GetLength());
-            dSum += CTin(tin).GetTriSize();
+        std::string strChoices;
+        for (int k = 0; k < 200; ++k) {
+            strChoices += static_cast<char>(dice.Below(256));
         }
+        FuzzInput input(reinterpret_cast<const std::uint8_t*>(strChoices.data()), strChoices.size());
+        AskEverything(tin, input);
+        double z = 0.0;
+        int nTri = 0;
+        tin.InterpolateForPlane(dice.Below(tin.GetTriSize()), dice.Uniform(0, 100), dice.Uniform(0, 100), z,
+                                nTri);
+        CMemFile file;   // storing only reads too
+        tin.WriteBIN_VER1_SUB(file);
+        tin.WriteBIN_VER2_SUB(file);
+        strTold += std::to_string(nTri) + " " + std::to_string(z) + Dump(CTin(tin));
     }
-    return dSum;
+    return strTold;
 }
 
 TEST(Threads, ReadOneTinTogether)
@@ -85,7 +55,7 @@ TEST(Threads, ReadOneTinTogether)
     CTin tin = Built(RandomSites(300, 5));
     tin.UpdateBoundary();
     tin.UpdateDepth();
-    double aAlone[kThreads], aTogether[kThreads];
+    std::string aAlone[kThreads], aTogether[kThreads];
     for (int i = 0; i < kThreads; ++i) {
         aAlone[i] = AskAll(tin, static_cast<std::uint64_t>(i));
     }

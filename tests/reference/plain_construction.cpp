@@ -104,11 +104,6 @@ int Tin::AddBreakLine(const std::vector<Point>& line, int closed)
     return FeedBreakLine(*this, line, closed, &Tin::AddPoint);
 }
 
-int Tin::AddBreakLine2(const std::vector<Point>& line, int closed)
-{
-    return FeedBreakLine(*this, line, closed, &Tin::AddPoint2);
-}
-
 int Tin::UpdatePtRange()
 {
     minXYZ = maxXYZ = Point();
@@ -116,20 +111,6 @@ int Tin::UpdatePtRange()
     minXYZ = maxXYZ = vertex[0];
     for (const Point& p : vertex) {
         Widen(p, minXYZ, maxXYZ);
-    }
-    return 1;
-}
-
-int Tin::UpdateTinRange()
-{
-    minXYZ = maxXYZ = Point();
-    if (tri.empty()) return 0;
-    minXYZ = {DBL_MAX, DBL_MAX, DBL_MAX};
-    maxXYZ = {-DBL_MAX, -DBL_MAX, -DBL_MAX};
-    for (int t = 0; t < tri.Size(); ++t) {
-        for (int k = 0; k < 3; ++k) {
-            Widen(At(t, k), minXYZ, maxXYZ);
-        }
     }
     return 1;
 }
@@ -230,20 +211,6 @@ int Tin::FindTri(int start, double x, double y, int& state, int& side) const
 int Tin::FindTri(int start, int vt, int& state, int& side) const
 {
     return FindTri(start, vertex[vt].x, vertex[vt].y, state, side);
-}
-
-int Tin::FindTriWithPt(int vt, int& from, int& t, int& slot) const
-{
-    if (from < 0) from = 0;
-    for (t = from; t < tri.Size(); ++t) {
-        for (slot = 0; slot < 3; ++slot) {
-            if (tri[t].v[slot] == vt) {
-                from = t + 1;
-                return 1;
-            }
-        }
-    }
-    return 0;
 }
 
 int Tin::CreateTin(double angle)

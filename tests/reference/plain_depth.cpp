@@ -5,11 +5,6 @@
 
 namespace plain {
 
-void Tin::UpdateDepth()
-{
-    if (!tri.empty()) GetSortList(2, depthOrder, 1);
-}
-
 void Tin::UpdateDepth2()
 {
     const int n = tri.Size();
@@ -49,20 +44,6 @@ int Tin::GetSortList(int mode, List<int>& list, int order) const
     }
     list = SortedOrder(key, order);
     return 1;
-}
-
-int Tin::FindTriWithDepth(double x, double y) const
-{
-    for (int k = depthOrder.Size() - 1; k >= 0; --k) {
-        if (IsTri(depthOrder[k]) && PtInTri(depthOrder[k], x, y)) return depthOrder[k];
-    }
-    return -1;
-}
-
-int Tin::InterpolateForDepth(double x, double y, double& z, int& t) const
-{
-    t = FindTriWithDepth(x, y);
-    return t >= 0 && CalZonPlane(t, x, y, z);
 }
 
 namespace {

@@ -25,28 +25,6 @@ void Tin::UpdateTopology()
     }
 }
 
-void Tin::AddTIN(const Tin& src)
-{
-    const List<Point> srcVertex = src.vertex;   // copies: src may be this TIN
-    const List<Tri> srcTri = src.tri;
-    const int nv = vertex.Size(), nt = tri.Size();
-    for (const Point& p : srcVertex) vertex.push_back(p);
-    for (Tri t : srcTri) {
-        for (int& v : t.v) v += nv;
-        for (int& n : t.n) n += n >= 0 ? nt : 0;
-        t.sel = 0;
-        tri.push_back(t);
-    }
-}
-
-int Tin::CheckPtUsed(int vt) const
-{
-    for (const Tri& t : tri) {
-        if (t.v[0] == vt || t.v[1] == vt || t.v[2] == vt) return 1;
-    }
-    return 0;
-}
-
 Point Rotation::Apply(const Point& p) const
 {
     return {m[0][0] * p.x + m[0][1] * p.y + m[0][2] * p.z, m[1][0] * p.x + m[1][1] * p.y + m[1][2] * p.z,
@@ -243,22 +221,6 @@ void Tin::AddVPlane(double z)
         }
     }
     UpdateTopology();
-}
-
-int Tin::DivideTri(double x, double y, double z)
-{
-    int count = tri.Size(), state, side;
-    const int t = FindTri(0, x, y, state, side);
-    if (t < 0 || state < 0 || state == 1) return 0;
-    vertex.push_back({x, y, z});
-    tri.SetSize(count + 2);
-    if (state == 0) {
-        SplitInside(vertex.Size() - 1, count, t);
-    } else {
-        SplitOnSide(vertex.Size() - 1, count, t, side);
-    }
-    tri.SetSize(count);
-    return 1;
 }
 
 }   // namespace plain

@@ -100,31 +100,4 @@ int Tin::CreateTinObal()
     return result;
 }
 
-void Tin::UpdateBoundary()
-{
-    boundary.clear();
-    for (const Tri& t : tri) {
-        for (int k = 0; k < 3; ++k) {
-            if (t.n[k] >= 0) continue;
-            boundary.push_back(t.v[(k + 2) % 3]);
-            boundary.push_back(t.v[k]);
-        }
-    }
-}
-
-int Tin::GetVtOnBoundary(int t, List<int>& slot, List<int>& pos) const
-{
-    slot.clear();
-    pos.clear();
-    if (!IsTri(t)) return -1;
-    for (int j = 0; j < boundary.Size() && slot.Size() < 3; ++j) {
-        for (int i = 0; i < 3; ++i) {
-            if (tri[t].v[i] != boundary[j]) continue;
-            slot.push_back(i);
-            pos.push_back(j);
-        }
-    }
-    return slot.Size();
-}
-
 }   // namespace plain

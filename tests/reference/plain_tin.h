@@ -110,7 +110,6 @@ struct Tin {
     int AddPoint2(double x, double y, double z);
     void EndAddPoint();
     int AddBreakLine(const std::vector<Point>& line, int closed);
-    int AddBreakLine2(const std::vector<Point>& line, int closed);
     int UpdatePtRange();
 
     // Topology and location
@@ -120,8 +119,6 @@ struct Tin {
     int CheckTurn(int t) const;
     int FindTri(int start, double x, double y, int& state, int& side) const;
     int FindTri(int start, int vt, int& state, int& side) const;
-    int FindTriWithPt(int vt, int& from, int& t, int& slot) const;
-    int UpdateTinRange();
 
     // Construction
     int CreateTin(double angle);
@@ -153,12 +150,6 @@ struct Tin {
     // Shape and trimming
     double GetLength(int t, int k) const;
     int GetAngleXY(int t, int s, double& angle) const;
-    double GetMinAngle(int t) const;
-    int GetMinAngle2(int t, double& angle) const;
-    int Get2ndAngle(int t, double& angle) const;
-    int GetMaxLengthXY(int t, double& length) const;
-    int GetMaxLength(int t, double& length) const;
-    int GetTriSedeLengthXY(int t, int k, double& length) const;
     int DelTriWithAngle(double angle, int singleOutside);
     int SelectTriWithAngle(double angle);
     int SelectTriWithLength(double length);
@@ -167,40 +158,21 @@ struct Tin {
     int MakeTinForBoundary();
     int CreateTinForPolygon(std::vector<Point> poly);
     int CreateTinObal();
-    void UpdateBoundary();
-    int GetVtOnBoundary(int t, List<int>& slot, List<int>& pos) const;
 
     // Editing
     void UpdateTopology();
-    void AddTIN(const Tin& src);
-    int CheckPtUsed(int vt) const;
     int DelVertex(int vt);
     void AddVPlane(double z);
-    int DivideTri(double x, double y, double z);
 
     // Queries
     int PtInTri(int t, double x, double y) const;
-    int PtInTin(double x, double y) const;
-    int PtInTriIncludeBack(int t, double x, double y) const;
-    int PtInTinIncludeBack(double x, double y) const;
-    int CalZonPlane(int t, double x, double y, double& z) const;
-    int InterpolateForPlane(int start, double x, double y, double& z, int& t) const;
-    int NearestOutsideTin(double x, double y, double& ox, double& oy, double& oz, double& dist) const;
     int GetRange(int t, Point& low, Point& high) const;
-    double CalTriArea(int t) const;
-    double CalTriAreaXY(int t) const;
-    double CalAllArea() const;
-    double CalAllAreaXY() const;
     int GetNVec(int t, Point& normal) const;
-    int GetNVec(Point& normal) const;
     void GetNormals(List<Point>& ofTri, List<Point>& ofVertex) const;
 
     // Drawing order
-    void UpdateDepth();
     void UpdateDepth2();
     int GetSortList(int mode, List<int>& list, int order) const;
-    int FindTriWithDepth(double x, double y) const;
-    int InterpolateForDepth(double x, double y, double& z, int& t) const;
     int IsAbobe(int t1, int t2) const;
     int IsBelow(int t1, int t2) const;
     int Obscures(int t1, int t2) const;

@@ -17,20 +17,6 @@ double PlanAngle(const Point& a, const Point& b, const Point& c)
     return std::acos(Inn(u, w) / (Len(u) * Len(w)));
 }
 
-// Edge of the greatest length; the earlier of equal ones.
-int Longest(const double (&length)[3], double& greatest)
-{
-    int edge = 0;
-    greatest = 0;
-    for (int k = 0; k < 3; ++k) {
-        if (length[k] > greatest) {
-            greatest = length[k];
-            edge = k;
-        }
-    }
-    return edge;
-}
-
 }   // namespace
 
 double Tin::GetLength(int t, int k) const
@@ -44,73 +30,6 @@ int Tin::GetAngleXY(int t, int s, double& angle) const
     angle = 0;
     if (!IsTri(t) || s < 0 || s > 2) return 0;
     angle = PlanAngle(At(t, s), At(t, s + 1), At(t, s + 2));
-    return 1;
-}
-
-double Tin::GetMinAngle(int t) const
-{
-    double least = PlanAngle(At(t, 0), At(t, 1), At(t, 2));
-    for (int k = 1; k < 3; ++k) {
-        const double angle = PlanAngle(At(t, k), At(t, k + 1), At(t, k + 2));
-        if (angle < least) least = angle;
-    }
-    return least;
-}
-
-int Tin::GetMinAngle2(int t, double& angle) const
-{
-    if (!IsTri(t)) return -1;
-    int slot = 0;
-    angle = 2 * 3.14159265358979323846;
-    for (int k = 0; k < 3; ++k) {
-        double a;
-        GetAngleXY(t, k, a);
-        if (a < angle) {
-            angle = a;
-            slot = k;
-        }
-    }
-    return slot;
-}
-
-int Tin::Get2ndAngle(int t, double& angle) const
-{
-    if (!IsTri(t)) return -1;
-    List<double> key(3);
-    for (int k = 0; k < 3; ++k) {
-        GetAngleXY(t, k, key[k]);
-    }
-    const int slot = SortedOrder(key, 1)[1];
-    angle = key[slot];
-    return slot;
-}
-
-int Tin::GetMaxLengthXY(int t, double& length) const
-{
-    length = 0;
-    if (!IsTri(t)) return -1;
-    double edge[3];
-    for (int k = 0; k < 3; ++k) {
-        edge[k] = Len(Flat(At(t, k + 1) - At(t, k)));
-    }
-    return Longest(edge, length);
-}
-
-int Tin::GetMaxLength(int t, double& length) const
-{
-    length = 0;
-    if (!IsTri(t)) return -1;
-    double edge[3];
-    for (int k = 0; k < 3; ++k) {
-        edge[k] = Len(At(t, k + 1) - At(t, k));
-    }
-    return Longest(edge, length);
-}
-
-int Tin::GetTriSedeLengthXY(int t, int k, double& length) const
-{
-    if (!IsTri(t) || k < 0 || k > 2) return 0;
-    length = Len(Flat(At(t, k + 1) - At(t, k)));
     return 1;
 }
 

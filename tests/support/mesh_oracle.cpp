@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 #include <map>
 #include <set>
 #include <utility>
@@ -149,6 +150,15 @@ AssertionResult HasPlacedEveryVertex(const CTin& tin)
         }
     }
     return AssertionSuccess();
+}
+
+int CountFaults(const CTin& tin, MESH_FAULT eBefore)
+{
+    CArray<CMeshFault> aFault;
+    FindMeshFaults(tin, aFault, std::numeric_limits<int>::max());
+    return static_cast<int>(
+        std::count_if(aFault.GetData(), aFault.GetData() + aFault.GetSize(),
+                      [eBefore](const CMeshFault& fault) { return fault.m_eKind < eBefore; }));
 }
 
 double MeshArea(const CTin& tin)

@@ -23,6 +23,9 @@
 // Every vertex is used by a triangle or coincides with one that is.
 ::testing::AssertionResult HasPlacedEveryVertex(const CTin& tin);
 
+// How many faults the library finds of the kinds before one, as they are listed in MESH_FAULT.
+int CountFaults(const CTin& tin, MESH_FAULT eBefore);
+
 // Plan area of all triangles, clockwise ones counted below 0.
 double MeshArea(const CTin& tin);
 // Plan area enclosed by a ring of vertices, and by the convex hull of all of them.

@@ -3,6 +3,8 @@
 
 #include "tests/support/scratch_folder.h"
 
+#include "qsv_3dprocess.h"
+
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -51,6 +53,22 @@ protected:
         const Result result = Run(arguments + " --json");
         EXPECT_EQ(result.status, 0) << arguments << "\n" << result.err;
         return nlohmann::json::parse(result.out, nullptr, false);
+    }
+
+    /// The first TIN of a file; the test fails when there is none.
+    CTin ReadTin(const std::string& file) const
+    {
+        CArray<CTin, CTin&> tins;
+        EXPECT_EQ(CTin::ReadBIN_VER2(Path(file).c_str(), tins), 1) << file;
+        return tins.GetSize() > 0 ? tins[0] : CTin();
+    }
+
+    /// Puts a pyramid 10 wide and 8 high over a square at height 1 there, as hill.txt and hill.tin; the apex is
+    /// vertex 4.
+    void PutHill() const
+    {
+        Put("hill.txt", "0 0 1\n10 0 1\n10 10 1\n0 10 1\n5 5 9\n");
+        EXPECT_EQ(Run("build hill.txt -o hill.tin").status, 0);
     }
 
     /// The test fails unless qsvtin does, with this status and one line that holds the message.
