@@ -215,7 +215,7 @@ TEST_F(TinFile, CheckNamesEveryFaultAndFails)
         EXPECT_EQ(Run("info x.tin").status, 0);
         EXPECT_EQ(Run("convert x.tin y.tin").status, 0);
         EXPECT_EQ(Run("height x.tin 1 1").status, c.computable ? 0 : 1);
-        EXPECT_EQ(Run("convert x.tin y.png").status, c.computable ? 0 : 1);
+        EXPECT_EQ(Run("convert x.tin y.png").status, !QSV_PICTURES ? 2 : c.computable ? 0 : 1);
         EXPECT_EQ(Run("edit x.tin --insert 1,1,1 -o y.tin").status, c.computable ? 0 : 1);
     }
     damaged([](CTin& tin) { tin.m_aTri[1].m_nNeighbor[0] = 99; });
@@ -275,6 +275,7 @@ TEST_F(TinFile, AFullDiskLeavesTheOldFileWhole)
     for (const char* const command : {"build grid.txt -o site.tin", "build grid.txt -o site.tin --format 1",
                                       "build grid.txt -o site.tin --format 0", "build grid.txt -o site.obj",
                                       "build hill.txt -o site.tin -o site.png"}) {
+        if (!QSV_PICTURES && std::string(command).find("png") != std::string::npos) continue;
         SCOPED_TRACE(command);
         const auto files = Count();
         const Result result = Shell(limit + command);
