@@ -286,7 +286,7 @@ private:
         if (nCapacity <= 0) {
             return nullptr;
         }
-        const std::size_t nElements = static_cast<std::size_t>(nCapacity);
+        const auto nElements = static_cast<std::size_t>(nCapacity);
         TYPE* const pBlock = std::allocator<TYPE>().allocate(nElements);
         PreferLargePages(pBlock, nElements * sizeof(TYPE));
         return pBlock;

@@ -128,14 +128,14 @@ private:
         if (IsOuter(nTri, 0) || IsOuter(nTri, 1) || IsOuter(nTri, 2)) {
             m_aCandidate.Add(nTri);
             std::push_heap(m_aCandidate.GetData(), m_aCandidate.GetData() + m_aCandidate.GetSize(),
-                           std::greater<int>());
+                           std::greater<>());
         }
     }
 
     int PopCandidate()
     {
         std::pop_heap(m_aCandidate.GetData(), m_aCandidate.GetData() + m_aCandidate.GetSize(),
-                      std::greater<int>());
+                      std::greater<>());
         const int nTri = m_aCandidate[m_aCandidate.GetUpperBound()];
         m_aCandidate.SetSize(m_aCandidate.GetUpperBound(), -1);
         return nTri;
