@@ -17,24 +17,37 @@ void ByteWriter::Finish()
     m_nUsed = 0;
 }
 
-unsigned char* ByteWriter::Room(int nBytes)
-{
-    if (m_nUsed + nBytes > kBlockBytes) {
-        Finish();
-    }
-    unsigned char* const pRoom = m_aBlock.GetData() + m_nUsed;
-    m_nUsed += nBytes;
-    return pRoom;
-}
-
 void ByteWriter::PutInt(int n)
 {
-    StoreInt(n, Room(4));
+    unsigned char aByte[4];
+    StoreInt(n, aByte);
+    PutBytes(aByte, 4);
 }
 
+// Every block is filled to its end, so that what is written comes in whole pages.
 void ByteWriter::PutBytes(const void* pByte, int nBytes)
 {
-    std::memcpy(Room(nBytes), pByte, static_cast<size_t>(nBytes));
+    const unsigned char* pFrom = static_cast<const unsigned char*>(pByte);
+    while (nBytes > 0) {
+        const int nFit = std::min(nBytes, m_aBlock.GetSize() - m_nUsed);
+        std::memcpy(m_aBlock.GetData() + m_nUsed, pFrom, static_cast<size_t>(nFit));
+        m_nUsed += nFit;
+        pFrom += nFit;
+        nBytes -= nFit;
+        if (m_nUsed == m_aBlock.GetSize()) {
+            Finish();
+            Grow();
+        }
+    }
+}
+
+// The block is empty.
+void ByteWriter::Grow()
+{
+    const int nBytes = m_aBlock.GetSize();
+    if (nBytes < kLargestBlockBytes) {
+        m_aBlock.SetSize(2 * nBytes, -1);
+    }
 }
 
 ByteReader::ByteReader(CFile& file, ULONGLONG nBytesLeft) : m_file(file), m_nBytesLeft(nBytesLeft) {}

@@ -24,13 +24,22 @@ TO SameBits(FROM from)
     return to;
 }
 
-// Byte by byte, so that the order of the processor does not matter; compilers make one load or store of it.
+#if defined(_WIN32) || (defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__)
+constexpr bool kIsLittleEndian = true;
+#else
+constexpr bool kIsLittleEndian = false;   // or not known
+#endif
+
 template <class BITS>
 BITS LoadBits(const unsigned char* pByte)
 {
     BITS bits = 0;
-    for (unsigned k = 0; k < sizeof(BITS); ++k) {
-        bits |= static_cast<BITS>(pByte[k]) << (8 * k);
+    if constexpr (kIsLittleEndian) {
+        std::memcpy(&bits, pByte, sizeof bits);
+    } else {
+        for (unsigned k = 0; k < sizeof(BITS); ++k) {
+            bits |= static_cast<BITS>(pByte[k]) << (8 * k);
+        }
     }
     return bits;
 }
@@ -38,8 +47,12 @@ BITS LoadBits(const unsigned char* pByte)
 template <class BITS>
 void StoreBits(BITS bits, unsigned char* pByte)
 {
-    for (unsigned k = 0; k < sizeof(BITS); ++k) {
-        pByte[k] = static_cast<unsigned char>(bits >> (8 * k));
+    if constexpr (kIsLittleEndian) {
+        std::memcpy(pByte, &bits, sizeof bits);
+    } else {
+        for (unsigned k = 0; k < sizeof(BITS); ++k) {
+            pByte[k] = static_cast<unsigned char>(bits >> (8 * k));
+        }
     }
 }
 
@@ -73,6 +86,11 @@ inline void StoreDouble(double d, unsigned char* pByte)
 // Large enough that a call costs nothing beside the bytes it moves, small enough for a processor's cache.
 constexpr int kBlockBytes = 65536;
 
+// A system lays a new file out the better the more it is given at a time: a writer's blocks grow up to this.
+constexpr int kLargestBlockBytes = 1 << 20;
+
+constexpr int kLargestRecordBytes = 24;
+
 // What CFile::GetLength says of a file that has no length.
 constexpr ULONGLONG kUnknownLength = std::numeric_limits<ULONGLONG>::max();
 
@@ -86,15 +104,14 @@ public:
     ByteWriter& operator=(const ByteWriter&) = delete;
 
     void PutInt(int n);
-    // At most kBlockBytes of them.
     void PutBytes(const void* pByte, int nBytes);
-    // Records of nBytesEach bytes; fnEncode(i, bytes) makes them.
+    // Records of nBytesEach bytes, kLargestRecordBytes at most; fnEncode(i, bytes) makes them.
     template <class ENCODE>
     void PutRecords(int nRecords, int nBytesEach, ENCODE fnEncode);
     void Finish();
 
 private:
-    unsigned char* Room(int nBytes);
+    void Grow();
 
     CFile& m_file;
     CArray<unsigned char> m_aBlock;
@@ -146,15 +163,16 @@ template <class ENCODE>
 void ByteWriter::PutRecords(int nRecords, int nBytesEach, ENCODE fnEncode)
 {
     for (int nDone = 0; nDone < nRecords;) {
-        const int nFit = std::min(nRecords - nDone, (kBlockBytes - m_nUsed) / nBytesEach);
-        unsigned char* const pByte = m_aBlock.GetData() + m_nUsed;
-        for (int k = 0; k < nFit; ++k) {
-            fnEncode(nDone + k, pByte + k * nBytesEach);
+        const int nFit = std::min(nRecords - nDone, (m_aBlock.GetSize() - m_nUsed) / nBytesEach);
+        unsigned char* pByte = m_aBlock.GetData() + m_nUsed;
+        for (const int nEnd = nDone + nFit; nDone < nEnd; ++nDone, pByte += nBytesEach) {
+            fnEncode(nDone, pByte);
         }
         m_nUsed += nFit * nBytesEach;
-        nDone += nFit;
-        if (nDone < nRecords) {
-            Finish();
+        if (nDone < nRecords) {   // the next one lies across the end of the block
+            unsigned char aByte[kLargestRecordBytes];
+            fnEncode(nDone++, aByte);
+            PutBytes(aByte, nBytesEach);
         }
     }
 }
