@@ -98,11 +98,21 @@ struct PendingEdge {
     int nDepth;
 };
 
+// The triangles on both sides of the edge.
+void Announce(const CArray<CTriangle>& aTri, const PendingEdge& edge, CornerWatcher& watcher)
+{
+    watcher.WillLookAt(edge.nTri);
+    const int nOther = NeighborAt(aTri, edge.nTri, NeighborSlotOpposite(edge.nApex));
+    if (nOther >= 0) {
+        watcher.WillLookAt(nOther);
+    }
+}
+
 }   // namespace
 
 // After a swap the edges Q-D of t and D-R of u are tested, t's with all that follows from it first. The
 // edges still to be tested wait on a list of our own: 10,000 levels of calls would not fit a small stack.
-void LegalizeEdge(const Mesh& mesh, int nTri, int nApex, int nDepth, Turns eTurns)
+void LegalizeEdge(const Mesh& mesh, int nTri, int nApex, int nDepth, Turns eTurns, CornerWatcher* pWatcher)
 {
     // Every swap makes a triangle use P that did not, so a sound mesh cannot swap more often than this;
     // links that were damaged could go round for ever.
@@ -111,6 +121,9 @@ void LegalizeEdge(const Mesh& mesh, int nTri, int nApex, int nDepth, Turns eTurn
     PendingEdge edge = {nTri, nApex, nDepth};
     for (;;) {
         int nOther = -1, nOtherSlot = -1;
+        if (pWatcher != nullptr) {
+            Announce(mesh.aTri, edge, *pWatcher);
+        }
         if (edge.nDepth < kMaxSwapDepth && nSwapsLeft > 0 &&
             SwapUnlessDelaunay(mesh, edge.nTri, edge.nApex, nOther, nOtherSlot, eTurns)) {
             --nSwapsLeft;

@@ -22,9 +22,20 @@ bool IsStrictlyConvex(const CArray<CXYZ>& aVertex, int nVtP, int nVtQ, int nVtD,
 bool SwapDiagonal(const Mesh& mesh, int nTri, int nApex, int nOther, int nOtherSlot,
                   Turns eTurns = Turns::Rounded);
 
+// Is told of every triangle before its corners are looked at.
+class CornerWatcher
+{
+public:
+    virtual void WillLookAt(int nTri) = 0;
+
+protected:
+    ~CornerWatcher() = default;
+};
+
 // Makes the edge opposite slot nApex of triangle nTri Delaunay, and then every edge that a swap exposes
 // (Lawson 1977). nDepth is the nesting level so far; levels past kMaxSwapDepth are left as they are.
-void LegalizeEdge(const Mesh& mesh, int nTri, int nApex, int nDepth, Turns eTurns = Turns::Rounded);
+void LegalizeEdge(const Mesh& mesh, int nTri, int nApex, int nDepth, Turns eTurns = Turns::Rounded,
+                  CornerWatcher* pWatcher = nullptr);
 
 }   // namespace qsv
 

@@ -14,6 +14,9 @@ namespace qsv {
 void RemoveTriangles(CArray<CTriangle>& aTri, CArray<CXYZ>& aTriNormal, const CArray<int>& aDeletion,
                      int nDeleted);
 
+// The same for a few triangles, given in ascending order, which are deleted in this order.
+void RemoveFewTriangles(CArray<CTriangle>& aTri, CArray<CXYZ>& aTriNormal, const CArray<int>& aGone);
+
 }   // namespace qsv
 
 #endif

@@ -10,10 +10,9 @@ using namespace qsv;
 // Adds up in the order of the triangles. The mark of a vertex's normal counts the triangles that use it meanwhile.
 void CTin::UpdateNormal()
 {
-    constexpr int kAhead = 12;     // triangles: time enough for the memory of their vertices to arrive
-    m_aTriNormal.SetSize(0, -1);   // every element starts anew, as the zero vector
-    m_aVtNormal.SetSize(0, -1);
+    constexpr int kAhead = 12;   // triangles: time enough for the memory of their vertices to arrive
     m_aTriNormal.SetSize(m_aTri.GetSize(), -1);
+    m_aVtNormal.SetSize(0, -1);   // every sum starts anew, as the zero vector
     m_aVtNormal.SetSize(m_aVertex.GetSize(), -1);
     for (int t = 0; t < m_aTri.GetSize(); ++t) {
         if (t + kAhead < m_aTri.GetSize()) {

@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "tin/internal/edge_ring.h"
 #include "tin/internal/edge_swap.h"
 #include "tin/internal/mesh.h"
 #include "tin/internal/mesh_links.h"
-#include "tin/internal/restored_at_end.h"
 #include "tin/internal/slots.h"
 #include "tin/internal/triangle_removal.h"
 #include "tin/tin.h"
@@ -35,14 +35,27 @@ enum Mark {
 void ClearMarks(CTin& tin)
 {
     for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
-        tin.m_aTri[t].m_bSelect = kUnmarked;
+        if (tin.m_aTri[t].m_bSelect != kUnmarked) {   // asked first, since most are, and a write costs more
+            tin.m_aTri[t].m_bSelect = kUnmarked;
+        }
     }
     for (int i = 0; i < tin.m_aVertex.GetSize(); ++i) {
-        tin.m_aVertex[i].m_nMark = 0;
+        if (tin.m_aVertex[i].m_nMark != 0) {
+            tin.m_aVertex[i].m_nMark = 0;
+        }
+    }
+}
+
+void ClearMarks(CArray<CTriangle>& aTri, const CArray<int>& aMarked)
+{
+    for (int i = 0; i < aMarked.GetSize(); ++i) {
+        aTri[aMarked[i]].m_bSelect = kUnmarked;
     }
 }
 
 struct VertexFan {
+    Array<int> aTri;                 // the triangles that use the vertex, in ascending order
+    Array<int> aBeside;              // those that border them, in ascending order
     Array<DirectedEdge> aOpposite;   // the edge of each triangle that faces the vertex
     bool bAtOutside = false;         // an edge that touches the vertex lies outside
 };
@@ -51,33 +64,44 @@ VertexFan MarkFan(CTin& tin, int nVt)
 {
     VertexFan fan;
     for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
-        CTriangle& tri = tin.m_aTri[t];
-        const int nSlot = SlotOfVertex(tri, nVt);
-        if (nSlot < 0) {
-            continue;
+        if (SlotOfVertex(tin.m_aTri[t], nVt) >= 0) {
+            tin.m_aTri[t].m_bSelect = kFan;
+            fan.aTri.Add(t);
         }
-        tri.m_bSelect = kFan;
+    }
+    for (int i = 0; i < fan.aTri.GetSize(); ++i) {
+        const CTriangle& tri = tin.m_aTri[fan.aTri[i]];
+        const int nSlot = SlotOfVertex(tri, nVt);
         for (int k = 0; k < 3; ++k) {
-            const int nNeighbor = NeighborAt(tin.m_aTri, t, k);
-            if (nNeighbor >= 0 && tin.m_aTri[nNeighbor].m_bSelect != kFan) {
+            const int nNeighbor = NeighborAt(tin.m_aTri, fan.aTri[i], k);
+            if (nNeighbor >= 0 && tin.m_aTri[nNeighbor].m_bSelect == kUnmarked) {
                 tin.m_aTri[nNeighbor].m_bSelect = kBeside;
+                fan.aBeside.Add(nNeighbor);
             }
             fan.bAtOutside = fan.bAtOutside || (nNeighbor < 0 && k != NeighborSlotOpposite(nSlot));
         }
         fan.aOpposite.Add({tri.m_nVertex[NextSlot(nSlot)], tri.m_nVertex[PrevSlot(nSlot)]});
     }
+    std::sort(fan.aBeside.GetData(), fan.aBeside.GetData() + fan.aBeside.GetSize());
     return fan;
 }
 
-// Mean normal of the triangles with a mark that have one. Returns false, leaving the normal, without any.
-bool MeanNormal(CTin& tin, Mark eMark, CXYZ& normal)
+Array<int> AllTrianglesOf(const CTin& tin)
+{
+    Array<int> aTri;
+    aTri.SetSize(tin.m_aTri.GetSize(), -1);
+    std::iota(aTri.GetData(), aTri.GetData() + aTri.GetSize(), 0);
+    return aTri;
+}
+
+// Mean normal of those triangles of a list that have one. Returns false, leaving the normal, without any.
+bool MeanNormal(CTin& tin, const CArray<int>& aTri, CXYZ& normal)
 {
     CXYZ sum;
     int nCount = 0;
-    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+    for (int i = 0; i < aTri.GetSize(); ++i) {
         CXYZ n;
-        if (tin.m_aTri[t].m_bSelect == eMark && tin.GetNVec(t, n) && std::isfinite(n.x) &&
-            std::isfinite(n.y) && std::isfinite(n.z)) {
+        if (tin.GetNVec(aTri[i], n) && std::isfinite(n.x) && std::isfinite(n.y) && std::isfinite(n.z)) {
             sum += n;
             ++nCount;
         }
@@ -91,11 +115,11 @@ bool MeanNormal(CTin& tin, Mark eMark, CXYZ& normal)
 }
 
 // Mean normal of the triangles beside the fan; of the fan itself where it stands alone; else straight up.
-CXYZ NormalOfSurroundings(CTin& tin)
+CXYZ NormalOfSurroundings(CTin& tin, const VertexFan& fan)
 {
     CXYZ normal(0.0, 0.0, 1.0);
-    if (!MeanNormal(tin, kBeside, normal)) {
-        MeanNormal(tin, kFan, normal);
+    if (!MeanNormal(tin, fan.aBeside, normal)) {
+        MeanNormal(tin, fan.aTri, normal);
     }
     return normal;
 }
@@ -144,11 +168,12 @@ bool StandsBefore(const OpenEdge& a, const OpenEdge& b)
 }
 
 // The edges of the triangles beside the fan that border the hole or the outside, sorted by their vertices.
-Array<OpenEdge> EdgesBeside(const CArray<CTriangle>& aTri)
+Array<OpenEdge> EdgesBeside(const CArray<CTriangle>& aTri, const VertexFan& fan)
 {
     Array<OpenEdge> aEdge;
-    for (int t = 0; t < aTri.GetSize(); ++t) {
-        for (int k = 0; k < 3 && aTri[t].m_bSelect == kBeside; ++k) {
+    for (int i = 0; i < fan.aBeside.GetSize(); ++i) {
+        const int t = fan.aBeside[i];
+        for (int k = 0; k < 3; ++k) {
             const int nNeighbor = NeighborAt(aTri, t, k);
             if (nNeighbor < 0 || aTri[nNeighbor].m_bSelect == kFan) {
                 aEdge.Add({{aTri[t].m_nVertex[PrevSlot(k)], aTri[t].m_nVertex[k]}, t, k});
@@ -172,10 +197,10 @@ void LinkToSurroundings(CArray<CTriangle>& aTri, const CArray<OpenEdge>& aBeside
     }
 }
 
-void StitchFill(CTin& tin, const CTin& fill, const CArray<int>& aRing)
+void StitchFill(CTin& tin, const VertexFan& fan, const CTin& fill, const CArray<int>& aRing)
 {
     const int nFirst = tin.m_aTri.GetSize();
-    const Array<OpenEdge> aBeside = EdgesBeside(tin.m_aTri);
+    const Array<OpenEdge> aBeside = EdgesBeside(tin.m_aTri, fan);
     for (int t = 0; t < fill.m_aTri.GetSize(); ++t) {
         CTriangle tri = fill.m_aTri[t];
         for (int k = 0; k < 3; ++k) {
@@ -195,18 +220,28 @@ void StitchFill(CTin& tin, const CTin& fill, const CArray<int>& aRing)
 }
 
 // Deletes the fan: the same as DelTri for each of its triangles, in index order.
-void DropFan(CTin& tin)
+void DropFan(CTin& tin, const VertexFan& fan)
 {
-    CArray<int> aDeletion;
-    aDeletion.SetSize(tin.m_aTri.GetSize(), -1);
-    int nDeleted = 0;
-    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
-        aDeletion[t] = tin.m_aTri[t].m_bSelect == kFan ? ++nDeleted : 0;
-    }
-    RemoveTriangles(tin.m_aTri, tin.m_aTriNormal, aDeletion, nDeleted);
-    if (nDeleted > 0 && tin.m_aTri.IsEmpty()) {
+    RemoveFewTriangles(tin.m_aTri, tin.m_aTriNormal, fan.aTri);
+    if (!fan.aTri.IsEmpty() && tin.m_aTri.IsEmpty()) {
         tin.InitData();   // as DelTri does with the only triangle
     }
+}
+
+// The triangles with a mark once the fan is gone: those beside it and behind all others the filling.
+Array<int> MarkedWithoutFan(const VertexFan& fan, int nFirstOfFill, int nTriangles)
+{
+    Array<int> aMarked;
+    for (int i = 0, nBelow = 0; i < fan.aBeside.GetSize(); ++i) {
+        while (nBelow < fan.aTri.GetSize() && fan.aTri[nBelow] < fan.aBeside[i]) {
+            ++nBelow;
+        }
+        aMarked.Add(fan.aBeside[i] - nBelow);
+    }
+    for (int t = nFirstOfFill; t < nTriangles; ++t) {
+        aMarked.Add(t);
+    }
+    return aMarked;
 }
 
 void RemoveFromList(CArray<int>& aIndex, int nVt)
@@ -236,31 +271,51 @@ void RemoveVertex(CTin& tin, int nVt)
     }
 }
 
-bool HasSurroundings(const CTin& tin)
+// Turns the corners of triangles as these are looked at, and at the end puts them back from copies, so that not a
+// bit of them changes, also when memory runs out. A vertex that is turned has a mark.
+class TurnedCorners final : public CornerWatcher
 {
-    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
-        if (tin.m_aTri[t].m_bSelect != kUnmarked) {
-            return true;
+public:
+    TurnedCorners(CTin& tin, const CRot& rot) : m_tin(tin), m_rot(rot) {}
+    ~TurnedCorners()
+    {
+        for (int i = 0; i < m_aTurned.GetSize(); ++i) {
+            m_tin.m_aVertex[m_aTurned[i].nVt] = m_aTurned[i].before;
         }
     }
-    return false;
-}
+    TurnedCorners(const TurnedCorners&) = delete;
+    TurnedCorners& operator=(const TurnedCorners&) = delete;
 
-// Makes the filling and what borders it Delaunay as seen along their mean normal. The vertices are put back
-// from a copy, so that not a bit of them changes.
-void RestoreDelaunay(CTin& tin, const CRot& rot)
-{
-    if (!HasSurroundings(tin)) {
-        return;
-    }
-    const RestoredAtEnd<CArray<CXYZ>> vertices(tin.m_aVertex);
-    RotateAll(tin.m_aVertex, rot);
-    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
-        if (tin.m_aTri[t].m_bSelect != kUnmarked) {
-            tin.m_aTri[t].m_bSelect = kUnmarked;
-            for (int k = 0; k < 3; ++k) {
-                LegalizeEdge({tin.m_aVertex, tin.m_aTri, tin.m_dEPS, tin.m_dEPS2}, t, k, tin.m_nOptimDepth);
+    void WillLookAt(int nTri) override
+    {
+        for (const int nVt : m_tin.m_aTri[nTri].m_nVertex) {
+            if (IsIndexOf(m_tin.m_aVertex, nVt) && m_tin.m_aVertex[nVt].m_nMark == 0) {
+                CXYZ& vertex = m_tin.m_aVertex[nVt];
+                m_aTurned.Add({nVt, vertex});
+                m_rot.Rotate(vertex, vertex);
+                vertex.m_nMark = 1;
             }
+        }
+    }
+
+private:
+    struct Turned {
+        int nVt;
+        CXYZ before;
+    };
+    CTin& m_tin;
+    const CRot& m_rot;
+    CArray<Turned> m_aTurned;
+};
+
+// Makes the filling and what borders it Delaunay as seen along their mean normal.
+void RestoreDelaunay(CTin& tin, const CArray<int>& aMarked, const CRot& rot)
+{
+    TurnedCorners corners(tin, rot);
+    for (int i = 0; i < aMarked.GetSize(); ++i) {
+        for (int k = 0; k < 3; ++k) {
+            LegalizeEdge({tin.m_aVertex, tin.m_aTri, tin.m_dEPS, tin.m_dEPS2}, aMarked[i], k,
+                         tin.m_nOptimDepth, Turns::Rounded, &corners);
         }
     }
 }
@@ -280,25 +335,28 @@ int CTin::DelVertex(int nVt)
     }
     const VertexFan fan = MarkFan(*this, nVt);
     const Array<int> aRing = ChainIntoRing(fan.aOpposite);
-    CXYZ normal = NormalOfSurroundings(*this);
+    CXYZ normal = NormalOfSurroundings(*this, fan);
     CRot rot;
     SetRotForNV_Z(normal, rot);
+    const int nFirstOfFill = m_aTri.GetSize() - fan.aTri.GetSize();
     if (aRing.GetSize() >= 3) {
         CTin fill = TurnedRing(*this, aRing, rot);
         CXYZ fillNormal;
         const bool bFilled = fill.MakeTinForBoundary() != 0;
         TurnBack(fill.m_aVertex, rot);
-        if (bFilled ? !MeanNormal(fill, kUnmarked, fillNormal) : !fan.bAtOutside) {
-            ClearMarks(*this);
+        if (bFilled ? !MeanNormal(fill, AllTrianglesOf(fill), fillNormal) : !fan.bAtOutside) {
+            ClearMarks(m_aTri, fan.aTri);
+            ClearMarks(m_aTri, fan.aBeside);
             return 0;
         }
         if (bFilled && !FacesAway(normal, fillNormal)) {
-            StitchFill(*this, fill, aRing);
+            StitchFill(*this, fan, fill, aRing);
         }
     }
-    DropFan(*this);
+    DropFan(*this, fan);
     RemoveVertex(*this, nVt);
-    RestoreDelaunay(*this, rot);
-    ClearMarks(*this);
+    const Array<int> aMarked = MarkedWithoutFan(fan, nFirstOfFill, m_aTri.GetSize());
+    ClearMarks(m_aTri, aMarked);
+    RestoreDelaunay(*this, aMarked, rot);
     return 1;
 }

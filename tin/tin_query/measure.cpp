@@ -1,6 +1,9 @@
+#include <cmath>
+
 #include "tin/internal/mesh.h"
 #include "tin/internal/normal.h"
 #include "tin/internal/plan.h"
+#include "tin/internal/prefetch.h"
 #include "tin/tin.h"
 
 using namespace qsv;
@@ -36,13 +39,24 @@ int CTin::GetRange(int nTri, double& minX, double& maxX, double& minY, double& m
     return 1;
 }
 
+namespace {
+
+// Half the length of (a x b + b x c) + c x a, the vector area from the positions themselves: edge vectors would
+// round differently.
+double AreaOf(const CXYZ& a, const CXYZ& b, const CXYZ& c)
+{
+    const double nx = ((a.y * b.z - a.z * b.y) + (b.y * c.z - b.z * c.y)) + (c.y * a.z - c.z * a.y);
+    const double ny = ((a.z * b.x - a.x * b.z) + (b.z * c.x - b.x * c.z)) + (c.z * a.x - c.x * a.z);
+    const double nz = ((a.x * b.y - a.y * b.x) + (b.x * c.y - b.y * c.x)) + (c.x * a.y - c.y * a.x);
+    return std::sqrt(nx * nx + ny * ny + nz * nz) * 0.5;
+}
+
+}   // namespace
+
 double CTin::CalTriArea(double x1, double y1, double z1, double x2, double y2, double z2, double x3,
                         double y3, double z3)
 {
-    // The vector area from the positions themselves: edge vectors would round differently.
-    const CXYZ a(x1, y1, z1), b(x2, y2, z2), c(x3, y3, z3);
-    const CXYZ sum = (a.Out(b) + b.Out(c)) + c.Out(a);
-    return sum.Len() * 0.5;
+    return AreaOf(CXYZ(x1, y1, z1), CXYZ(x2, y2, z2), CXYZ(x3, y3, z3));
 }
 
 double CTin::CalTriArea(int nTri)
@@ -61,22 +75,33 @@ double CTin::CalTriAreaXY(int nTri)
                : 0.0;
 }
 
-double CTin::CalAllArea()
+namespace {
+
+// The sum of what fnArea tells of the triangles, each added to the sum so far.
+template <class AREA>
+double SumOverTriangles(const CTin& tin, AREA fnArea)
 {
+    constexpr int kAhead = 12;   // triangles: time enough for the memory of their vertices to arrive
     double dSum = 0.0;
-    for (int t = 0; t < m_aTri.GetSize(); ++t) {
-        dSum = CalTriArea(t) + dSum;
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        if (t + kAhead < tin.m_aTri.GetSize()) {
+            PrefetchCorners(tin.m_aVertex, tin.m_aTri[t + kAhead]);
+        }
+        dSum = fnArea(t) + dSum;
     }
     return dSum;
 }
 
+}   // namespace
+
+double CTin::CalAllArea()
+{
+    return SumOverTriangles(*this, [this](int t) { return CalTriArea(t); });
+}
+
 double CTin::CalAllAreaXY()
 {
-    double dSum = 0.0;
-    for (int t = 0; t < m_aTri.GetSize(); ++t) {
-        dSum = CalTriAreaXY(t) + dSum;
-    }
-    return dSum;
+    return SumOverTriangles(*this, [this](int t) { return CalTriAreaXY(t); });
 }
 
 int CTin::GetNVec(int nTri, CXYZ& vec)
