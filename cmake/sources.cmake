@@ -2,7 +2,6 @@
 set(QSV_SOURCES
   platform/afx_file.cpp
   platform/afx_string.cpp
-  platform/large_pages.cpp
   base/calc_xyzhv.cpp
   base/dist.cpp
   base/polyline.cpp
@@ -89,7 +88,6 @@ set(QSV_PUBLIC_HEADERS
   platform/afx_point.h
   platform/afx_string.h
   platform/export.h
-  platform/large_pages.h
   base/calc_xyzhv.h
   base/dist.h
   base/polyline.h

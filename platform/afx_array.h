@@ -41,8 +41,6 @@ void MoveInto(CArray<TYPE>& to, CArray<TYPE>& from)
 #include <type_traits>
 #include <utility>
 
-#include "platform/large_pages.h"
-
 /// Growable array of values, with the member names and argument lists of the MFC class of this name.
 ///
 /// Elements lie in one block, in index order; new ones are value-initialised (numbers read 0, objects
@@ -281,20 +279,10 @@ private:
         }
     }
 
-    static TYPE* Allocate(int nCapacity)
-    {
-        if (nCapacity <= 0) {
-            return nullptr;
-        }
-        const auto nElements = static_cast<std::size_t>(nCapacity);
-        TYPE* const pBlock = std::allocator<TYPE>().allocate(nElements);
-        PreferLargePages(pBlock, nElements * sizeof(TYPE));
-        return pBlock;
-    }
-
     void Reallocate(int nCapacity)
     {
-        TYPE* const pNew = Allocate(nCapacity);
+        TYPE* const pNew =
+            nCapacity > 0 ? std::allocator<TYPE>().allocate(static_cast<std::size_t>(nCapacity)) : nullptr;
         if constexpr (kMovesSafely) {
             Relocate(pNew, m_pData, m_nSize);
         } else {
