@@ -35,27 +35,33 @@ private:
     const std::uint64_t m_nFlip;
 };
 
-// Sorts by the upper bits of the ranks, one digit after the other, from the last to the first, in passes that keep
-// the order of equal digits (Knuth, "The Art of Computer Programming" 3, 5.2.5). So many bits tell all but a few
-// keys apart; those few are compared afterwards.
+// Sorts by some bits of each key, one digit after the other, from the last to the first, in passes that keep the
+// order of equal digits (Knuth, "The Art of Computer Programming" 3, 5.2.5). The bits tell where between the lowest
+// and the highest key a key lies; where most keys would crowd at one end, or some are not finite, they are the upper
+// ones of its rank. So all but a few keys are told apart, and those few are compared afterwards.
 class DigitSort
 {
 public:
-    DigitSort(const CArray<double>& aKey, const Ranking& ranking)
-        : m_nCount(aKey.GetSize()), m_pKey(aKey.GetData()), m_ranking(ranking)
+    DigitSort(const CArray<double>& aKey, bool bAscending)
+        : m_nCount(aKey.GetSize()), m_pKey(aKey.GetData()), m_bAscending(bAscending), m_ranking(bAscending)
     {
     }
 
     void Sort(CArray<int>& aIndex)
     {
-        ChooseBits();
-        MakeItems();
+        ChooseScale();
+        if (m_dScale > 0.0) {
+            MakeItems([this](double dKey) { return StepsFromFirst(dKey); });
+        } else {
+            ChooseBits();
+            MakeItems([this](double dKey) { return (m_ranking.RankOf(dKey) - m_nLowest) >> m_nDropped; });
+        }
         for (int nDigit = 0; nDigit < kDigits; ++nDigit) {
             if (!AllHaveTheSame(nDigit)) {
                 MoveByDigit(nDigit);
             }
         }
-        if (m_nDropped > 0) {
+        if (m_dScale > 0.0 || m_nDropped > 0) {
             SettleTies();
         }
         for (int i = 0; i < m_nCount; ++i) {
@@ -64,7 +70,7 @@ public:
     }
 
 private:
-    // The upper bits of a key's rank, and below them its position.
+    // The bits of a key, and below them its position.
     using Item = std::uint64_t;
     static constexpr int kPositionBits = 31;
     static constexpr int kDigitBits = 11;   // the places of a pass fit in a processor's first cache
@@ -73,10 +79,33 @@ private:
     static_assert(kPositionBits + kDigits * kDigitBits == 64, "an item is full");
 
     static int PositionOf(Item nItem) { return static_cast<int>(nItem & ((Item{1} << kPositionBits) - 1)); }
-    static Item UpperBits(Item nItem) { return nItem >> kPositionBits; }
+    static Item BitsOf(Item nItem) { return nItem >> kPositionBits; }
     static int DigitOf(Item nItem, int nDigit)
     {
-        return static_cast<int>(UpperBits(nItem) >> (kDigitBits * nDigit)) & (kValues - 1);
+        return static_cast<int>(BitsOf(nItem) >> (kDigitBits * nDigit)) & (kValues - 1);
+    }
+
+    void ChooseScale()
+    {
+        constexpr double kMostSteps = 8589934591.0;   // 2^33 - 1
+        constexpr double kCrowd = 1.0 / 1024.0;       // of the range: where the mean lies so near its end
+        double dSum = 0.0;
+        m_dLow = m_dHigh = m_pKey[0];
+        for (int i = 0; i < m_nCount; ++i) {
+            m_dLow = std::min(m_dLow, m_pKey[i]);
+            m_dHigh = std::max(m_dHigh, m_pKey[i]);
+            dSum += m_pKey[i];
+        }
+        const double dMean = dSum / m_nCount, dRange = m_dHigh - m_dLow, dScale = kMostSteps / dRange;
+        if (std::isfinite(dScale) && dMean - m_dLow > kCrowd * dRange && m_dHigh - dMean > kCrowd * dRange) {
+            m_dScale = dScale;
+        }
+    }
+
+    // Rounding never puts a key before one that stands before it: at worst they tie.
+    std::uint64_t StepsFromFirst(double dKey) const
+    {
+        return static_cast<std::uint64_t>((m_bAscending ? dKey - m_dLow : m_dHigh - dKey) * m_dScale);
     }
 
     // The bits are those of the distance to the lowest rank: where keys are of one size, its upper ones are 0.
@@ -93,14 +122,14 @@ private:
         }
     }
 
-    void MakeItems()
+    template <class BITS_OF>
+    void MakeItems(BITS_OF fnBitsOf)
     {
         m_aItem.SetSize(m_nCount);
         m_aOther.SetSize(m_nCount);
         m_aPlace.SetSize(kDigits * kValues);
         for (int i = 0; i < m_nCount; ++i) {
-            const std::uint64_t nBits = (m_ranking.RankOf(m_pKey[i]) - m_nLowest) >> m_nDropped;
-            m_aItem[i] = nBits << kPositionBits | static_cast<Item>(i);
+            m_aItem[i] = fnBitsOf(m_pKey[i]) << kPositionBits | static_cast<Item>(i);
             for (int nDigit = 0; nDigit < kDigits; ++nDigit) {
                 ++m_aPlace[kValues * nDigit + DigitOf(m_aItem[i], nDigit)];
             }
@@ -127,12 +156,12 @@ private:
         qsv::MoveInto(m_aItem, m_aOther);
     }
 
-    // Keys with the same upper bits stand in the order of their positions, which is right where they are equal.
+    // Keys with the same bits stand in the order of their positions, which is right where they are equal.
     void SettleTies()
     {
         Item* const pItem = m_aItem.GetData();
         for (int nFirst = 0, nEnd = 0; nFirst < m_nCount; nFirst = nEnd) {
-            for (nEnd = nFirst + 1; nEnd < m_nCount && UpperBits(pItem[nEnd]) == UpperBits(pItem[nFirst]);) {
+            for (nEnd = nFirst + 1; nEnd < m_nCount && BitsOf(pItem[nEnd]) == BitsOf(pItem[nFirst]);) {
                 ++nEnd;
             }
             const auto isBefore = [this](Item a, Item b) {
@@ -148,7 +177,10 @@ private:
 
     const int m_nCount;
     const double* const m_pKey;
+    const bool m_bAscending;
     const Ranking m_ranking;
+    double m_dLow = 0.0, m_dHigh = 0.0;
+    double m_dScale = 0.0;   // steps a unit; 0: by ranks
     std::uint64_t m_nLowest = 0;
     int m_nDropped = 0;   // how many of the lowest bits of a rank are left aside
     CArray<Item> m_aItem, m_aOther;
@@ -178,13 +210,12 @@ void SortByInsertion(CArray<double>& aKey, CArray<int>& aFrom, const Ranking& ra
 void qsv::OrderOfKeys(const CArray<double>& aKey, CArray<int>& aIndex, int nOrder)
 {
     aIndex.SetSize(aKey.GetSize());
-    const Ranking ranking(nOrder == 1);
     if (aKey.GetSize() <= kFewKeys) {
         CArray<double> aSorted;
         aSorted.Copy(aKey);
-        SortByInsertion(aSorted, aIndex, ranking);
+        SortByInsertion(aSorted, aIndex, Ranking(nOrder == 1));
     } else {
-        DigitSort(aKey, ranking).Sort(aIndex);
+        DigitSort(aKey, nOrder == 1).Sort(aIndex);
     }
 }
 
