@@ -146,6 +146,10 @@ TEST(SameAsPlain, ConstructionOfManyPoints)
             const double dWidth = std::pow(10.0, dice.Below(7) - 4);
             aHeaps.push_back({1e3 * dWidth + dice.Uniform(0.0, dWidth), dice.Uniform(0.0, dWidth), 0.0});
         }
+        Sites aDenser = aScanned;   // the walks grow long on the way
+        for (int i = 0; i < 2000; ++i) {
+            aDenser.push_back({20.0 + dice.Uniform(0.0, 1.0), 10.0 + dice.Uniform(0.0, 1.0), 0.0});
+        }
         const struct {
             const char* szWhat;
             Sites aSite;
@@ -156,6 +160,7 @@ TEST(SameAsPlain, ConstructionOfManyPoints)
                      {"duplicates", Shuffled(aTwice, nSeed)},
                      {"almost in line", Shuffled(aInLine, nSeed)},
                      {"scan lines", aScanned},
+                     {"scan lines, then a heap", aDenser},
                      {"a millimetre wide", RandomSites(2000, nSeed, 1e-3)},
                      {"as wide as the earth", RandomSites(2000, nSeed, 4e7)},
                      {"grid", GridSites(50, 60, 0.7)},

@@ -23,63 +23,116 @@ constexpr int kStepsTogether = 12;
 // Vertices whose ranks differ by no more lie so close together that the walk from one to the other is short.
 constexpr int kCloseRanks = 64;
 
+// Vertices that come in an order of their own, in scan lines say, need none of this: the walk from one to the next is
+// short. So it begins with such walks, unless it is plain that they are long, until they take more moves than these.
+constexpr int kMovesPerVertex = 6;
+constexpr long long kMovesToSpare = 1000;
+constexpr int kMovesPerSpacing = 2;   // along a line through evenly spread vertices
+constexpr int kSampledSteps = 1000;
+
 constexpr int kIsInMesh = -1;   // in place of a rank
+
+// How far the insertion has come, by the numbers of the TIN.
+struct Progress {
+    int nNext = 0;      // the vertex to come
+    int nLastTri = 0;   // where the one inserted last lies: the walk to the next one starts there
+    int nLeftOut = 0;
+    bool bBent = false;   // the outline need no longer be convex
+};
+
+// A vertex that joins an outer edge without lying exactly on its line bends the outline in or out.
+bool BendsOutline(const PlanMesh& mesh, const PlanPlace& p, Corner faces)
+{
+    const PlanPlace &a = mesh.PlaceAt(faces.Next()), &b = mesh.PlaceAt(faces.Prev());
+    return mesh.Across(faces).IsOutside() &&
+           ExactTurn(CXYZ(a.x, a.y, 0.0), CXYZ(b.x, b.y, 0.0), CXYZ(p.x, p.y, 0.0)) != 0;
+}
+
+// Inserts vertex after vertex into the triangle where its walk ended.
+class Receiver
+{
+public:
+    Receiver(PlanMesh& mesh, WalkTraps* pTraps, int nLastTri)
+        : m_mesh(mesh), m_inserter(mesh, pTraps), m_nLastTri(nLastTri)
+    {
+    }
+
+    // False when the vertex is left out.
+    bool Insert(int nRank, const PlanLocation& at)
+    {
+        if (at.nTri < 0 || at.nState == kOnVertex) {
+            ++m_nLeftOut;
+            return false;
+        }
+        m_nLastTri = at.nTri;
+        if (at.nState == kInside) {
+            m_inserter.SplitInside(nRank, at.nTri);
+        } else {
+            m_bBent = m_bBent || BendsOutline(m_mesh, m_mesh.PlaceOf(nRank), at.corner);
+            m_inserter.SplitOnEdge(nRank, at.corner);
+        }
+        return true;
+    }
+
+    int LastTri() const { return m_nLastTri; }
+    bool IsBent() const { return m_bBent; }
+    int LeftOut() const { return m_nLeftOut; }
+
+private:
+    PlanMesh& m_mesh;
+    PlanInserter m_inserter;
+    int m_nLastTri;
+    int m_nLeftOut = 0;
+    bool m_bBent = false;
+};
 
 struct Coming {
     int nRank;
     int nBefore;     // the rank of the vertex before
-    int nNear;       // a triangle nearby; unless bFollows
-    bool bFollows;   // as close to the vertex before as to any triangle that is remembered
+    bool bFollows;   // lies as close to the vertex before as to any triangle that is remembered; otherwise:
+    int nNear;       // a triangle nearby
+    Corner at;       // where the walk from there stands
 };
-
-double Distance2(const PlanPlace& p, const PlanPlace& q)
-{
-    return (p.x - q.x) * (p.x - q.x) + (p.y - q.y) * (p.y - q.y);
-}
 
 class BulkInserter
 {
 public:
-    // Without starts, every search is the walk from the vertex before.
-    BulkInserter(PlanMesh& mesh, const WalkTolerance& tolerance, double dReach, int nRanks, bool bStarts,
-                 int nFirstTri)
-        : m_mesh(mesh), m_tolerance(tolerance), m_bStarts(bStarts), m_traps(mesh, tolerance, dReach),
-          m_search(mesh, m_traps, tolerance), m_inserter(mesh, m_traps), m_start(nRanks, nFirstTri),
-          m_nLastTri(nFirstTri)
+    BulkInserter(PlanMesh& mesh, const WalkTolerance& tolerance, double dReach, int nRanks, int nLastTri)
+        : m_mesh(mesh), m_tolerance(tolerance), m_traps(mesh, tolerance, dReach),
+          m_search(mesh, m_traps, tolerance), m_receiver(mesh, &m_traps, nLastTri), m_start(nRanks, nLastTri)
     {
     }
 
-    // Inserts the vertices of all ranks in the list that are not in the mesh, which so far stands on these seats. Returns
-    // how many were left out.
-    int InsertAll(const CArray<int>& aSeat, const CArray<int>& aRank)
+    // To be called once for each triangle of the mesh.
+    void LookAt(int nTri)
     {
-        for (int i = 0; i < aSeat.GetSize(); ++i) {
-            LookAt(aSeat[i]);
-        }
-        for (int i = 0; i < aRank.GetSize(); ++i) {
+        m_traps.Update(nTri);
+        m_start.Remember(PlanMesh::RankOfSeat(nTri), nTri);
+    }
+    // To be called when the outline need not be convex.
+    void DistrustOutline() { m_search.DistrustOutline(); }
+
+    // Inserts the vertices of the ranks from a place in the list on, but for those that are in the mesh. Returns how many
+    // were left out.
+    int InsertAll(const CArray<int>& aRank, int nFrom)
+    {
+        for (int i = nFrom; i < aRank.GetSize(); ++i) {
             if (aRank[i] != kIsInMesh) {
                 Take(aRank[i]);
             }
         }
         Finish();
-        return m_nLeftOut;
+        return m_receiver.LeftOut();
     }
 
 private:
-    void LookAt(int nTri)
-    {
-        const PlanTriangle& tri = m_mesh[nTri];
-        const PlanPlace &a = m_mesh.Corner(tri, 0), &b = m_mesh.Corner(tri, 1), &c = m_mesh.Corner(tri, 2);
-        m_traps.Update(nTri, -RightOf(a, b, c), Distance2(a, b) + Distance2(b, c) + Distance2(c, a));
-    }
-
     // Adds a vertex to the group, and inserts the group when it is full.
     void Take(int nRank)
     {
         Coming& coming = m_aGroup[m_nGroup++];
         coming.nRank = nRank;
         coming.nBefore = m_nRankBefore;
-        coming.bFollows = !m_bStarts || std::abs(nRank - m_nRankBefore) <= kCloseRanks;
+        coming.bFollows = std::abs(nRank - m_nRankBefore) <= kCloseRanks;
         m_nRankBefore = nRank;
         if (m_nGroup == kGroup) {
             Finish();
@@ -91,6 +144,7 @@ private:
     {
         FindStarts();
         WalkTogether();
+        FetchSurroundings();
         for (int i = 0; i < m_nGroup; ++i) {
             Insert(m_aGroup[i]);
         }
@@ -102,17 +156,24 @@ private:
         ForEachWalking([this](Coming& coming) {
             Prefetch(m_start.AddressOf(coming.nRank));
             Prefetch(&m_mesh.PlaceOf(coming.nRank));
-            Prefetch(&m_mesh[PlanMesh::FirstSeatOf(coming.nRank)]);
+            Prefetch(m_mesh.AddressOf(Corner(PlanMesh::FirstSeatOf(coming.nRank), 0)));
         });
         ForEachWalking([this](Coming& coming) {
             coming.nNear = m_start.Near(coming.nRank);
-            Prefetch(&m_mesh[coming.nNear]);
+            Prefetch(m_mesh.AddressOf(Corner(coming.nNear, 0)));
         });
-        ForEachWalking([this](Coming& coming) { Prefetch(&m_mesh.Corner(m_mesh[coming.nNear], 0)); });
+        ForEachWalking([this](Coming& coming) {
+            for (int k = 0; k < 3; ++k) {
+                Prefetch(&m_mesh.PlaceAt(Corner(coming.nNear, k)));
+            }
+        });
         ForEachWalking([this](Coming& coming) {
             const PlanPlace& p = m_mesh.PlaceOf(coming.nRank);
-            coming.bFollows = coming.nBefore >= 0 && Distance2(p, m_mesh.PlaceOf(coming.nBefore)) <=
-                                                         Distance2(p, m_mesh.Corner(m_mesh[coming.nNear], 0));
+            coming.bFollows =
+                coming.nBefore >= 0 && Distance2(p, m_mesh.PlaceOf(coming.nBefore)) <=
+                                           Distance2(p, m_mesh.PlaceAt(Corner(coming.nNear, 0)));
+            coming.at = m_search.Begin(p, coming.nNear);
+            Prefetch(m_mesh.AddressOf(coming.at));
         });
     }
 
@@ -133,33 +194,45 @@ private:
         ForEachWalking([&apWalking, &nWalking](Coming& coming) { apWalking[nWalking++] = &coming; });
         for (int nStep = 0; nStep < kStepsTogether && nWalking > 0; ++nStep) {
             for (int i = 0; i < nWalking; ++i) {
-                FetchCorners(apWalking[i]->nNear);
+                Prefetch(&m_mesh.PlaceAt(apWalking[i]->at));
             }
             int nStill = 0;
             for (int i = 0; i < nWalking; ++i) {
                 Coming& coming = *apWalking[i];
-                if (m_search.Step(m_mesh.PlaceOf(coming.nRank), coming.nNear)) {
-                    Prefetch(&m_mesh[coming.nNear]);
+                if (m_search.Step(m_mesh.PlaceOf(coming.nRank), coming.at)) {
+                    Prefetch(m_mesh.AddressOf(coming.at));
                     apWalking[nStill++] = &coming;
                 } else {
-                    FetchNeighbors(coming.nNear);
+                    for (int k = 0; k < 3; ++k) {
+                        Prefetch(m_mesh.AddressOf(m_mesh.Across(Corner(coming.at.Tri(), k))));
+                    }
                 }
             }
             nWalking = nStill;
         }
     }
 
-    void FetchCorners(int nTri) const
+    // Fetches what the swaps will most often meet: the triangles up to two steps away, and their corners.
+    void FetchSurroundings() const
     {
-        for (int k = 0; k < 3; ++k) {
-            Prefetch(&m_mesh.Corner(m_mesh[nTri], k));
-        }
+        ForEachAcross([this](Corner near) {
+            Prefetch(&m_mesh.PlaceAt(near));
+            Prefetch(m_mesh.AddressOf(m_mesh.Across(near.Next())));
+            Prefetch(m_mesh.AddressOf(m_mesh.Across(near.Prev())));
+        });
+        ForEachAcross([this](Corner near) {
+            Prefetch(&m_mesh.PlaceAt(m_mesh.Across(near.Next())));
+            Prefetch(&m_mesh.PlaceAt(m_mesh.Across(near.Prev())));
+        });
     }
-    void FetchNeighbors(int nTri) const
+
+    // For every corner across from those of a triangle that a walk reached.
+    template <class ACTION>
+    void ForEachAcross(ACTION fnAction) const
     {
-        for (const EdgeRef& across : m_mesh[nTri].aLink) {
-            if (!across.IsOutside()) {
-                Prefetch(&m_mesh[across.Tri()]);
+        for (int i = 0; i < m_nGroup; ++i) {
+            for (int k = 0; k < 3 && !m_aGroup[i].bFollows; ++k) {
+                fnAction(m_mesh.Across(Corner(m_aGroup[i].at.Tri(), k)));
             }
         }
     }
@@ -167,42 +240,22 @@ private:
     void Insert(const Coming& coming)
     {
         const PlanPlace& p = m_mesh.PlaceOf(coming.nRank);
-        const Location at = coming.bFollows ? WalkToPoint(m_mesh, m_nLastTri, p, m_tolerance)
-                                            : m_search.Find(p, coming.nNear, m_nLastTri);
-        if (at.nTri < 0 || at.nState == kOnVertex) {
-            ++m_nLeftOut;
-            return;
+        const PlanLocation at = coming.bFollows ? WalkToPoint(m_mesh, m_receiver.LastTri(), p, m_tolerance)
+                                                : m_search.Find(p, coming.at, m_receiver.LastTri());
+        if (m_receiver.Insert(coming.nRank, at)) {
+            m_start.Remember(coming.nRank, at.nTri);
         }
-        m_nLastTri = at.nTri;
-        if (at.nState == kInside) {
-            m_inserter.SplitInside(coming.nRank, at.nTri);
-        } else {
-            if (BendsOutline(p, at)) {
-                m_search.DistrustOutline();
-            }
-            m_inserter.SplitOnEdge(coming.nRank, at.nTri, at.nSide);
+        if (m_receiver.IsBent()) {
+            m_search.DistrustOutline();
         }
-        m_start.Remember(coming.nRank, at.nTri);
-    }
-
-    // A vertex that joins an outer edge without lying exactly on its line bends the outline in or out.
-    bool BendsOutline(const PlanPlace& p, const Location& at) const
-    {
-        const PlanTriangle& tri = m_mesh[at.nTri];
-        const PlanPlace &a = m_mesh.Corner(tri, at.nSide), &b = m_mesh.Corner(tri, NextSlot(at.nSide));
-        return tri.aLink[at.nSide].IsOutside() &&
-               ExactTurn(CXYZ(a.x, a.y, 0.0), CXYZ(b.x, b.y, 0.0), CXYZ(p.x, p.y, 0.0)) != 0;
     }
 
     PlanMesh& m_mesh;
     const WalkTolerance m_tolerance;
-    const bool m_bStarts;
     WalkTraps m_traps;
     PlanSearch m_search;
-    PlanInserter m_inserter;
+    Receiver m_receiver;
     StartTable m_start;
-    int m_nLastTri;   // of the vertex inserted last: where the walk to the next one starts
-    int m_nLeftOut = 0;
     Coming m_aGroup[kGroup];
     int m_nGroup = 0;
     int m_nRankBefore = -1;
@@ -232,6 +285,19 @@ double ReachFor(const Mesh& mesh, double dSide)
     return std::fmax(std::fmax(dTolerance, dRounding), 1e-3 * dSpacing);
 }
 
+// Whether vertices that follow each other mostly lie too far apart for walks.
+bool AreWalksLong(const CArray<CXYZ>& aVertex, double dSide)
+{
+    const int n = aVertex.GetSize(), nStride = (n - 1) / kSampledSteps + 1;
+    double dSum = 0.0;
+    int nSampled = 0;
+    for (int i = 1; i < n; i += nStride, ++nSampled) {
+        dSum += std::fabs(aVertex[i].x - aVertex[i - 1].x) + std::fabs(aVertex[i].y - aVertex[i - 1].y);
+    }
+    const double dSpacing = dSide / std::sqrt(n);
+    return kMovesPerSpacing * dSum > kMovesPerVertex * dSpacing * nSampled;
+}
+
 Array<int> RanksInOrder(int n)
 {
     Array<int> aRank;
@@ -242,31 +308,92 @@ Array<int> RanksInOrder(int n)
     return aRank;
 }
 
+void Mark(CArray<int>& aRank, const CArray<int>& aOutline)
+{
+    for (int i = 0; i < aOutline.GetSize(); ++i) {
+        aRank[aOutline[i]] = kIsInMesh;
+    }
+}
+
+// Where the triangles over an outline stand, as long as ranks are the numbers of vertices: each beside another of its
+// vertices.
+CArray<int> SeatsOf(const CArray<int>& aOutline, int nTriangles)
+{
+    CArray<int> aSeat;
+    for (int t = 0; t < nTriangles; ++t) {
+        aSeat.Add(PlanMesh::FirstSeatOf(aOutline[t]));
+    }
+    return aSeat;
+}
+
+// The procedure itself, to the end or as long as the walks are short. Then aSeat holds where the triangles stand.
+Progress InsertByWalks(const Mesh& mesh, const CArray<int>& aOutline, bool bToTheEnd, CArray<int>& aSeat)
+{
+    const WalkTolerance tolerance = {mesh.dEPS, mesh.dEPS2};
+    Array<int> aRank = RanksInOrder(mesh.aVertex.GetSize());
+    PlanMesh planMesh(mesh.aVertex, aRank);
+    planMesh.Load(mesh.aTri, aSeat, aRank);
+    Mark(aRank, aOutline);
+    Receiver receiver(planMesh, nullptr, aSeat[0]);
+    long long nMovesLeft = kMovesToSpare;
+    int i = 0;
+    for (; i < aRank.GetSize() && (bToTheEnd || nMovesLeft > 0); ++i) {
+        if (aRank[i] != kIsInMesh) {
+            const PlanLocation at = WalkToPoint(planMesh, receiver.LastTri(), planMesh.PlaceOf(i), tolerance);
+            receiver.Insert(i, at);
+            nMovesLeft += kMovesPerVertex - at.nMoves;
+        }
+    }
+    planMesh.Store(mesh.aTri);
+    if (i < aRank.GetSize()) {
+        planMesh.ListSeats(aSeat);
+    }
+    return {i, planMesh.NumberOf(receiver.LastTri()), receiver.LeftOut(), receiver.IsBent()};
+}
+
+// The rest. Returns how many vertices were left out.
+int InsertInAnyOrder(const Mesh& mesh, const CArray<int>& aOutline, const CXYZ& lower, double dSide,
+                     const Progress& progress, CArray<int>& aSeat)
+{
+    Array<int> aRank = MortonRanks(mesh.aVertex, lower, dSide);
+    PlanMesh planMesh(mesh.aVertex, aRank);
+    for (int t = 0; t < aSeat.GetSize(); ++t) {
+        const int nVt = PlanMesh::RankOfSeat(aSeat[t]), nWhich = aSeat[t] - PlanMesh::FirstSeatOf(nVt);
+        aSeat[t] = PlanMesh::FirstSeatOf(aRank[nVt]) + nWhich;
+    }
+    planMesh.Load(mesh.aTri, aSeat, aRank);
+    Mark(aRank, aOutline);
+    int nLeftOut = 0;
+    {
+        BulkInserter inserter(planMesh, {mesh.dEPS, mesh.dEPS2}, ReachFor(mesh, dSide), aRank.GetSize(),
+                              aSeat[progress.nLastTri]);
+        if (progress.bBent) {
+            inserter.DistrustOutline();
+        }
+        for (int t = 0; t < aSeat.GetSize(); ++t) {
+            inserter.LookAt(aSeat[t]);
+        }
+        nLeftOut = inserter.InsertAll(aRank, progress.nNext);
+    }
+    planMesh.Store(mesh.aTri);
+    return nLeftOut;
+}
+
 }   // namespace
 
 int InsertVertices(const Mesh& mesh, const CArray<int>& aOutline, const CXYZ& lower, const CXYZ& upper)
 {
-    const int n = mesh.aVertex.GetSize();
     const double dSide = std::fmax(upper.x - lower.x, upper.y - lower.y);
     const bool bOrdinary = IsOrdinary(mesh, dSide);
-    Array<int> aRank = bOrdinary ? MortonRanks(mesh.aVertex, lower, dSide) : RanksInOrder(n);
-    PlanMesh planMesh(mesh.aVertex, aRank);
-    CArray<int> aSeat;   // of the triangles over the outline: those of as many of its vertices
-    for (int t = 0; t < mesh.aTri.GetSize(); ++t) {
-        aSeat.Add(PlanMesh::FirstSeatOf(aRank[aOutline[t]]));
+    CArray<int> aSeat = SeatsOf(aOutline, mesh.aTri.GetSize());
+    Progress progress;
+    if (!bOrdinary || !AreWalksLong(mesh.aVertex, dSide)) {
+        progress = InsertByWalks(mesh, aOutline, !bOrdinary, aSeat);
     }
-    planMesh.Load(mesh.aTri, aSeat, aRank);
-    for (int i = 0; i < aOutline.GetSize(); ++i) {
-        aRank[aOutline[i]] = kIsInMesh;
+    if (progress.nNext == mesh.aVertex.GetSize()) {
+        return progress.nLeftOut;
     }
-    int nLeftOut = 0;
-    {
-        BulkInserter inserter(planMesh, {mesh.dEPS, mesh.dEPS2}, ReachFor(mesh, dSide), n, bOrdinary,
-                              aSeat[0]);
-        nLeftOut = inserter.InsertAll(aSeat, aRank);
-    }
-    planMesh.Store(mesh.aTri);
-    return nLeftOut;
+    return progress.nLeftOut + InsertInAnyOrder(mesh, aOutline, lower, dSide, progress, aSeat);
 }
 
 }   // namespace qsv

@@ -5,8 +5,8 @@
 
 namespace qsv {
 
-// Above this the numbers of a triangle's edges would not fit 32 bits.
-constexpr int kMostVerticesInserted = (1 << 29) - 1;
+// Above this the numbers of corners would not fit 32 bits.
+constexpr int kMostVerticesInserted = (1 << 28) - 1;
 
 // Inserts all vertices but those of the outline into the triangles over the outline. The same triangles, numbering and
 // links as inserting one vertex after the other in index order, each searched for by the walk from the triangle

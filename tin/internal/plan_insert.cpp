@@ -5,19 +5,33 @@
 
 namespace qsv {
 
-PlanInserter::PlanInserter(PlanMesh& mesh, WalkTraps& traps) : m_mesh(mesh), m_traps(traps)
+namespace {
+
+constexpr int kUsualDepth = 64;   // of edges that wait; there is room for more when needed
+
+}   // namespace
+
+PlanInserter::PlanInserter(PlanMesh& mesh, WalkTraps* pTraps) : m_mesh(mesh), m_pTraps(pTraps)
 {
-    m_aPending.SetSize(kMaxSwapDepth, -1);
+    m_aPending.SetSize(kUsualDepth, -1);
 }
 
-// Triangle nTri becomes the vertex and edge a of another, with what lies across that edge.
-void PlanInserter::Fill(int nTri, int nRank, const PlanTriangle& from, int a)
+// A triangle as it is, from a corner on.
+PlanInserter::Split PlanInserter::Before(Corner first) const
 {
-    PlanTriangle& tri = m_mesh[nTri];
-    tri.aRank[0] = nRank;
-    tri.aRank[1] = from.aRank[a];
-    tri.aRank[2] = from.aRank[NextSlot(a)];
-    m_mesh.Link(nTri, 1, from.aLink[a]);
+    const Corner second = first.Next(), third = first.Prev();
+    return {{m_mesh.RankAt(first), m_mesh.RankAt(second), m_mesh.RankAt(third)},
+            {m_mesh.Across(first), m_mesh.Across(second), m_mesh.Across(third)}};
+}
+
+// Triangle nTri becomes the vertex and the edge that faces corner k of another, with what lies across that edge.
+void PlanInserter::Fill(int nTri, int nRank, const Split& from, int k)
+{
+    m_mesh.SetRank(Corner(nTri, 0), nRank);
+    m_mesh.SetRank(Corner(nTri, 1), from.nRank[NextSlot(k)]);
+    m_mesh.SetRank(Corner(nTri, 2), from.nRank[PrevSlot(k)]);
+    m_mesh.SetFirstSlot(nTri, 0);
+    m_mesh.Link(Corner(nTri, 0), from.across[k]);
 }
 
 //              c                          c
@@ -28,125 +42,180 @@ void PlanInserter::Fill(int nTri, int nRank, const PlanTriangle& from, int a)
 //    a ----------------- b      a ----------------- b
 void PlanInserter::SplitInside(int nRank, int nTri)
 {
-    const PlanTriangle old = m_mesh[nTri];
+    const Split old = Before(m_mesh.FirstCorner(nTri));
     const int t = nTri, t1 = PlanMesh::FirstSeatOf(nRank), t2 = t1 + 1;
     m_mesh.Number(t1);
     m_mesh.Number(t2);
-    Fill(t, nRank, old, 0);
-    Fill(t1, nRank, old, 1);
-    Fill(t2, nRank, old, 2);
-    m_mesh.Link(t, 0, EdgeRef(t2, 2));
-    m_mesh.Link(t1, 0, EdgeRef(t, 2));
-    m_mesh.Link(t2, 0, EdgeRef(t1, 2));
-    for (const int nNew : {t, t1, t2}) {
-        Legalize(nNew);
+    Fill(t, nRank, old, 2);
+    Fill(t1, nRank, old, 0);
+    Fill(t2, nRank, old, 1);
+    m_mesh.Link(Corner(t, 2), Corner(t2, 1));
+    m_mesh.Link(Corner(t1, 2), Corner(t, 1));
+    m_mesh.Link(Corner(t2, 2), Corner(t1, 1));
+    const Apex p = ApexAt(nRank);
+    const PlanPlace &a = m_mesh.PlaceOf(old.nRank[0]), &b = m_mesh.PlaceOf(old.nRank[1]),
+                    &c = m_mesh.PlaceOf(old.nRank[2]);
+    FacedEdge aEdge[3];
+    Foresee(p, {Corner(t2, 0), c, a}, {Corner(t1, 0), b, c}, 0, aEdge[2], aEdge[1]);
+    Foresee(p, {Corner(t, 0), a, b}, {Corner(t1, 0), b, c}, 0, aEdge[0], aEdge[1]);
+    for (const FacedEdge& edge : aEdge) {
+        Legalize(p, edge);
     }
 }
 
 //            v2                         v2
-//          /    \                     / | \            t  = nTri becomes (p, v2, v0)
+//          /    \                     / | \            t  becomes (p, v2, v0)
 //        /   t    \                 / t | t1\          t1 = new, (p, v1, v2)
 //      /            \             /     |     \        u becomes (p, w0, w1), where w0 = v0
 //    v0 ---- p ----- v1   -->   v0 ---- p ---- v1      t3 = new, (p, w1, w2), where w2 = v1
-//      \            /             \     |     /        v0 -> v1 is the edge that is split, from slot
-//        \   u    /                 \ u | t3/          nEdge of t; without u, p lies on the outside
+//      \            /             \     |     /        v2 is the corner that faces the edge;
+//        \   u    /                 \ u | t3/          without u, p lies on the outside
 //          \    /                     \ | /
 //            w1                         w1
-void PlanInserter::SplitOnEdge(int nRank, int nTri, int nEdge)
+void PlanInserter::SplitOnEdge(int nRank, Corner faces)
 {
-    const EdgeRef across = m_mesh[nTri].aLink[nEdge];
-    const int t = nTri, t1 = PlanMesh::FirstSeatOf(nRank), t3 = t1 + 1;
-    {
-        const PlanTriangle old = m_mesh[t];
-        m_mesh.Number(t1);
-        Fill(t, nRank, old, PrevSlot(nEdge));
-        Fill(t1, nRank, old, NextSlot(nEdge));
-        m_mesh.Link(t, 0, EdgeRef(t1, 2));
-    }
+    const Apex p = ApexAt(nRank);
+    const int t = faces.Tri(), t1 = PlanMesh::FirstSeatOf(nRank), t3 = t1 + 1;
+    const Split oldT = Before(faces);   // v2, v0, v1
+    const Corner across = oldT.across[0];
+    m_mesh.Number(t1);
+    Fill(t, nRank, oldT, 2);
+    Fill(t1, nRank, oldT, 1);
+    m_mesh.Link(Corner(t, 2), Corner(t1, 1));
     if (across.IsOutside()) {
-        m_mesh.Link(t, 2, across);
-        m_mesh.Link(t1, 0, across);
-        Legalize(t);
-        Legalize(t1);
+        m_mesh.Link(Corner(t, 1), across);
+        m_mesh.Link(Corner(t1, 2), across);
+        FacedEdge aEdge[2];
+        Foresee(p, WedgeAt(Corner(t, 0)), WedgeAt(Corner(t1, 0)), 0, aEdge[0], aEdge[1]);
+        for (const FacedEdge& edge : aEdge) {
+            Legalize(p, edge);
+        }
         return;
     }
     const int u = across.Tri();
-    const PlanTriangle old = m_mesh[u];
+    const Split oldU = Before(across);   // w1, w2, w0
     m_mesh.Number(t3);
-    Fill(u, nRank, old, NextSlot(across.Edge()));
-    Fill(t3, nRank, old, PrevSlot(across.Edge()));
-    m_mesh.Link(u, 0, EdgeRef(t, 2));
-    m_mesh.Link(t3, 0, EdgeRef(u, 2));
-    m_mesh.Link(t1, 0, EdgeRef(t3, 2));
-    for (const int nNew : {t, t1, u, t3}) {
-        Legalize(nNew);
+    Fill(u, nRank, oldU, 1);
+    Fill(t3, nRank, oldU, 2);
+    m_mesh.Link(Corner(u, 2), Corner(t, 1));
+    m_mesh.Link(Corner(t3, 2), Corner(u, 1));
+    m_mesh.Link(Corner(t1, 2), Corner(t3, 1));
+    FacedEdge aEdge[4];
+    Foresee(p, WedgeAt(Corner(t, 0)), WedgeAt(Corner(t1, 0)), 0, aEdge[0], aEdge[1]);
+    Foresee(p, WedgeAt(Corner(u, 0)), WedgeAt(Corner(t3, 0)), 0, aEdge[2], aEdge[3]);
+    for (const FacedEdge& edge : aEdge) {
+        Legalize(p, edge);
     }
+}
+
+// Across the edge Q-R of a wedge lies D, which on the outside is nowhere: no circle leaves that out, and with nothing is it
+// convex. The test is IsOutsideCircle(R, P, Q, D), operation by operation; when det is 0, neither square is a number
+// that could be the larger one.
+inline void PlanInserter::Foresee(const Apex& P, const Wedge& one, const Wedge& other, int nDepth,
+                                  FacedEdge& edge, FacedEdge& otherEdge) const
+{
+    const Corner acrossOne = m_mesh.Across(one.apex), acrossOther = m_mesh.Across(other.apex);
+    const int nFarOne = m_mesh.RankAt(acrossOne), nFarOther = m_mesh.RankAt(acrossOther);
+    const PlanPlace &D = m_mesh.PlaceOf(nFarOne), &DO = m_mesh.PlaceOf(nFarOther);
+    const Two Rx = {one.R.x, other.R.x}, Ry = {one.R.y, other.R.y};
+    const Two bx = P.x - Rx, by = P.y - Ry;
+    const Two cx = Two{one.Q.x, other.Q.x} - Rx, cy = Two{one.Q.y, other.Q.y} - Ry;
+    const Two dx = Two{D.x, DO.x} - Rx, dy = Two{D.y, DO.y} - Ry;
+    const Two det = bx * cy - by * cx;   // the doubled area
+    const Two b2 = bx * bx + by * by, c2 = cx * cx + cy * cy;
+    const Two ox = (cy * b2 - by * c2) / (2.0 * det);
+    const Two oy = (bx * c2 - cx * b2) / (2.0 * det);
+    const Two r2 = ox * ox + oy * oy;
+    const Two e2 = (dx - ox) * (dx - ox) + (dy - oy) * (dy - oy);
+    const auto note = [&](FacedEdge& noted, int i, Corner apex, Corner across, int nFarRank) {
+        noted.apex =
+            apex;   // one by one: a processor waits when it reads together what was just written apart
+        noted.across = across;
+        noted.nFarRank = nFarRank;
+        noted.nDepth = nDepth;
+        noted.bInCircle = !(e2[i] > r2[i]);
+    };
+    note(otherEdge, 1, other.apex, acrossOther, nFarOther);
+    note(edge, 0, one.apex, acrossOne, nFarOne);
+    edge.bTrap = otherEdge.bTrap = false;
+    if (m_pTraps != nullptr) {
+        const Two length2 = 2.0 * (b2 + c2);   // not below the square of the longest edge
+        const Two roundness = m_pTraps->Roundness(det, length2), room = m_pTraps->Room(det, length2);
+        otherEdge.bTrap = !((roundness[1] > 0.0) & (room[1] > 0.0));
+        edge.bTrap = !((roundness[0] > 0.0) & (room[0] > 0.0));
+    }
+}
+
+// Whether what was foreseen is still true after other swaps. They leave a triangle that waits as it is: only the one
+// across can have changed.
+inline bool PlanInserter::StillHolds(const FacedEdge& edge) const
+{
+    const Corner across = m_mesh.Across(edge.apex);
+    return across == edge.across && m_mesh.RankAt(across) == edge.nFarRank;
 }
 
 //            R                      R
-//          / | \                  /   \       t = nTri, with P in its slot nApex
-//       x /  |  \              x /  u  \      u = the other triangle at the edge Q-R
-//        P  t|u  D     -->      P ------- D   x, y = the neighbours that change owner
-//         \  |  / y              \  t  / y
+//          / | \                  /   \       t = the triangle at the apex, which has P in slot 0
+//       x /  |  \ z            x /  u  \ z    u = the one across, turned to have P in slot 0
+//        P  t|u  D     -->      P ------- D
+//         \  |  / y              \  t  / y    x, y = the neighbours that change owner
 //          \ | /                  \   /
-//            Q                      Q
-// The circle test is IsOutsideCircle(R, P, Q, D), the rest IsStrictlyConvex(P, Q, D, R), operation by operation.
-bool PlanInserter::SwapUnlessDelaunay(int nTri, int nApex, EdgeRef& other)
+//            Q                      Q         The test is IsStrictlyConvex(P, Q, D, R), operation by operation.
+// Then P faces two edges: Q-D of t becomes the edge, D-R of u the second one.
+inline bool PlanInserter::SwapIfConvex(const Apex& P, FacedEdge& edge, FacedEdge& second)
 {
-    PlanTriangle& t = m_mesh[nTri];
-    const int nToQ = NextSlot(nApex), nToR = PrevSlot(nApex);
-    const PlanPlace P = m_mesh.Corner(t, nApex), Q = m_mesh.Corner(t, nToQ), R = m_mesh.Corner(t, nToR);
-    const double bx = P.x - R.x, by = P.y - R.y;
-    const double cx = Q.x - R.x, cy = Q.y - R.y;
-    const double det = bx * cy - by * cx;   // the doubled area of t
-    const double b2 = bx * bx + by * by, c2 = cx * cx + cy * cy;
-    other = t.aLink[nToQ];
-    if (other.IsOutside()) {
-        m_traps.Update(nTri, det, 2.0 * (b2 + c2));
+    const int t = edge.apex.Tri(), u = edge.across.Tri();
+    const PlanPlace &Q = m_mesh.PlaceAt(Corner(t, 1)), &R = m_mesh.PlaceAt(Corner(t, 2)),
+                    &D = m_mesh.PlaceOf(edge.nFarRank);
+    const Two ux = Both(D.x) - P.x, uy = Both(D.y) - P.y;
+    const Two wx = Two{Q.x, R.x} - P.x, wy = Two{Q.y, R.y} - P.y;
+    const Two turn = ux * wy - uy * wx;
+    if (!(turn[0] < 0.0 && turn[1] > 0.0)) {
         return false;
     }
-    PlanTriangle& u = m_mesh[other.Tri()];
-    const int nOfR = other.Edge(), nOfQ = NextSlot(nOfR), nOfD = PrevSlot(nOfR);
-    const PlanPlace D = m_mesh.Corner(u, nOfD);
-    const double dx = D.x - R.x, dy = D.y - R.y;
-    const double ox = (cy * b2 - by * c2) / (2.0 * det);
-    const double oy = (bx * c2 - cx * b2) / (2.0 * det);
-    const double r2 = ox * ox + oy * oy;
-    const double e2 = (dx - ox) * (dx - ox) + (dy - oy) * (dy - oy);
-    const double ux = D.x - P.x, uy = D.y - P.y;
-    const double wx = Q.x - P.x, wy = Q.y - P.y;
-    const double vx = R.x - P.x, vy = R.y - P.y;
-    if ((det != 0.0 && e2 > r2) || !(ux * wy - uy * wx < 0.0 && ux * vy - uy * vx > 0.0)) {
-        m_traps.Update(nTri, det, 2.0 * (b2 + c2));   // the triangle stays
-        return false;
-    }
-    const EdgeRef x = t.aLink[nToR], y = u.aLink[nOfQ];
-    t.aRank[nToR] = u.aRank[nOfD];
-    u.aRank[nOfQ] = t.aRank[nApex];
-    m_mesh.Link(nTri, nToR, EdgeRef(other.Tri(), nOfQ));
-    m_mesh.Link(nTri, nToQ, y);
-    m_mesh.Link(other.Tri(), nOfR, x);
+    const Corner ofR = edge.across.Next(), ofQ = edge.across.Prev();
+    const Corner x = m_mesh.Across(Corner(t, 1)), y = m_mesh.Across(ofR), z = m_mesh.Across(ofQ);
+    const int nFirst = m_mesh.FirstCorner(u).Slot() - ofQ.Slot();
+    m_mesh.SetFirstSlot(u, nFirst < 0 ? nFirst + 3 : nFirst);
+    m_mesh.SetRank(Corner(u, 0), m_mesh.RankAt(Corner(t, 0)));
+    m_mesh.SetRank(Corner(u, 1), edge.nFarRank);
+    m_mesh.SetRank(Corner(u, 2), m_mesh.RankAt(Corner(t, 2)));
+    m_mesh.SetRank(Corner(t, 2), edge.nFarRank);
+    m_mesh.Link(Corner(t, 0), y);
+    m_mesh.Link(Corner(t, 1), Corner(u, 2));
+    m_mesh.Link(Corner(u, 0), z);
+    m_mesh.Link(Corner(u, 1), x);
+    Foresee(P, {Corner(t, 0), Q, D}, {Corner(u, 0), D, R}, edge.nDepth + 1, edge, second);
     return true;
 }
 
-// Makes the edge opposite slot 0 Delaunay, and then every edge that a swap exposes: Q-D of t with all that follows from it
-// first, then D-R of u. Every swap makes one more triangle use P, so this ends.
-void PlanInserter::Legalize(int nTri)
+// Makes an edge Delaunay, and then every edge that a swap exposes, the first of two with all that follows from it before
+// the second. Every swap makes one more triangle use P, so this ends.
+void PlanInserter::Legalize(const Apex& P, const FacedEdge& foreseen)
 {
-    PendingEdge* const pBottom = m_aPending.GetData();
-    PendingEdge* pTop = pBottom;   // depths rise from entry to entry, so there is room for all
-    PendingEdge edge = {nTri, 0, 0};
+    int nPending = 0;
+    FacedEdge edge = foreseen;
     for (;;) {
-        EdgeRef other;
-        if (edge.nDepth < kMaxSwapDepth && SwapUnlessDelaunay(edge.nTri, edge.nApex, other)) {
-            ++edge.nDepth;
-            *pTop++ = {other.Tri(), NextSlot(other.Edge()), edge.nDepth};
-            continue;
+        if (!StillHolds(edge)) {
+            const Wedge wedge = WedgeAt(edge.apex);
+            Foresee(P, wedge, wedge, edge.nDepth, edge, edge);
         }
-        if (pTop == pBottom) {
+        while (edge.bInCircle && edge.nDepth < kMaxSwapDepth) {
+            if (nPending == m_aPending.GetSize()) {
+                m_aPending.SetSize(2 * nPending);
+            }
+            if (!SwapIfConvex(P, edge, m_aPending[nPending])) {
+                break;
+            }
+            ++nPending;
+        }
+        if (m_pTraps != nullptr) {
+            m_pTraps->Update(edge.apex.Tri(), edge.bTrap);
+        }
+        if (nPending == 0) {
             return;
         }
-        edge = *--pTop;
+        edge = m_aPending[--nPending];
     }
 }
 

@@ -2,6 +2,7 @@
 #define QSV_TIN_INTERNAL_PLAN_INSERT_H
 
 #include "tin/internal/plan_mesh.h"
+#include "tin/internal/two.h"
 #include "tin/internal/walk_traps.h"
 
 namespace qsv {
@@ -11,26 +12,55 @@ namespace qsv {
 class PlanInserter
 {
 public:
-    PlanInserter(PlanMesh& mesh, WalkTraps& traps);
+    // Keeps the list of traps, if there is one to keep.
+    PlanInserter(PlanMesh& mesh, WalkTraps* pTraps);
 
-    // Puts the vertex of a rank into triangle nTri, or on its edge nEdge. The new triangles take the vertex's seats.
+    // Puts the vertex of a rank into triangle nTri, or on the edge that a corner faces. The new triangles take the
+    // vertex's seats.
     void SplitInside(int nRank, int nTri);
-    void SplitOnEdge(int nRank, int nTri, int nEdge);
+    void SplitOnEdge(int nRank, Corner faces);
 
 private:
-    struct PendingEdge {
-        int nTri;
-        int nApex;
-        int nDepth;
+    // The edge that a corner faces, where the new vertex P lies, and what will become of it as the mesh stands.
+    struct FacedEdge {
+        Corner apex;
+        Corner across;
+        int nFarRank;     // of the vertex across
+        int nDepth;       // of swaps that led here
+        bool bInCircle;   // that vertex lies inside or on the circle through the triangle
+        bool bTrap;       // the triangle is a trap for walks
+    };
+    // A triangle before it is split.
+    struct Split {
+        int nRank[3];
+        Corner across[3];
+    };
+    // The place of P, once for each of two calculations.
+    struct Apex {
+        Two x, y;
+    };
+    // A triangle with its apex at P.
+    struct Wedge {
+        Corner apex;
+        const PlanPlace &Q, &R;
     };
 
-    void Fill(int nTri, int nRank, const PlanTriangle& from, int a);
-    bool SwapUnlessDelaunay(int nTri, int nApex, EdgeRef& other);
-    void Legalize(int nTri);
+    Split Before(Corner first) const;
+    void Fill(int nTri, int nRank, const Split& from, int k);
+    Apex ApexAt(int nRank) const { return {Both(m_mesh.PlaceOf(nRank).x), Both(m_mesh.PlaceOf(nRank).y)}; }
+    Wedge WedgeAt(Corner apex) const
+    {
+        return {apex, m_mesh.PlaceAt(apex.Next()), m_mesh.PlaceAt(apex.Prev())};
+    }
+    void Foresee(const Apex& P, const Wedge& one, const Wedge& other, int nDepth, FacedEdge& edge,
+                 FacedEdge& otherEdge) const;
+    bool StillHolds(const FacedEdge& edge) const;
+    bool SwapIfConvex(const Apex& P, FacedEdge& edge, FacedEdge& second);
+    void Legalize(const Apex& P, const FacedEdge& edge);
 
     PlanMesh& m_mesh;
-    WalkTraps& m_traps;
-    CArray<PendingEdge> m_aPending;
+    WalkTraps* const m_pTraps;
+    CArray<FacedEdge> m_aPending;   // a stack
 };
 
 }   // namespace qsv

@@ -2,6 +2,7 @@
 
 #include <cassert>
 #include <cstddef>
+#include <limits>
 
 #include "tin/internal/limits.h"
 #include "tin/internal/mesh.h"
@@ -13,66 +14,75 @@ namespace qsv {
 namespace {
 
 template <class T>
-std::unique_ptr<T[]> Uninitialised(int n)
+std::unique_ptr<T[]> Uninitialised(long long n)
 {
     return std::unique_ptr<T[]>(new T[static_cast<std::size_t>(n)]);
 }
 
 constexpr std::size_t kCacheLine = 64;
-static_assert(2 * sizeof(PlanTriangle) == kCacheLine, "no triangle lies in two lines");
 
-std::size_t BytesFor(int nTriangles)
+long long BytesFor(long long nWords)
 {
-    return static_cast<std::size_t>(nTriangles) * sizeof(PlanTriangle) + kCacheLine;
+    return nWords * static_cast<long long>(sizeof(std::uint32_t)) + static_cast<long long>(kCacheLine);
 }
 
-// Triangles in a block of bytes, left as they are.
-PlanTriangle* FirstIn(unsigned char* pBlock, int nTriangles)
+// Words in a block of bytes, left as they are.
+std::uint32_t* FirstIn(unsigned char* pBlock, long long nWords)
 {
     void* p = pBlock;
-    std::size_t nBytes = BytesFor(nTriangles);
-    auto* const pFirst = static_cast<PlanTriangle*>(std::align(kCacheLine, nBytes - kCacheLine, p, nBytes));
-    std::uninitialized_default_construct_n(pFirst, nTriangles);
+    std::size_t nBytes = static_cast<std::size_t>(BytesFor(nWords));
+    auto* const pFirst = static_cast<std::uint32_t*>(std::align(kCacheLine, nBytes - kCacheLine, p, nBytes));
+    std::uninitialized_default_construct_n(pFirst, nWords);
     return pFirst;
 }
 
-// Edge k of triangle nTri as the triangle across it has it, seats in place of numbers.
-EdgeRef LinkOf(const CArray<CTriangle>& aTri, int nTri, int k, const CArray<int>& aSeat)
+// What faces the edge opposite corner k of triangle nTri from the other side, seats in place of numbers.
+Corner CornerAcross(const CArray<CTriangle>& aTri, int nTri, int k, const CArray<int>& aSeat)
 {
-    const int nOther = NeighborAt(aTri, nTri, NeighborSlotOfEdge(k));
+    const int nOther = NeighborAt(aTri, nTri, NeighborSlotOpposite(k));
     if (nOther < 0) {
-        return EdgeRef::Outside();
+        return Corner::Outside();
     }
-    const int nFrom = aTri[nTri].m_nVertex[k], nTo = aTri[nTri].m_nVertex[NextSlot(k)];
+    const int nFrom = aTri[nTri].m_nVertex[NextSlot(k)], nTo = aTri[nTri].m_nVertex[PrevSlot(k)];
     const int nSlot = SlotOfNeighbor(aTri[nOther], nTri, {nTo, nFrom});
     assert(nSlot >= 0 && aTri[nOther].m_nVertex[nSlot] == nFrom);
-    return EdgeRef(aSeat[nOther], PrevSlot(nSlot));
+    return Corner(aSeat[nOther], NextSlot(nSlot));
 }
 
 }   // namespace
 
 PlanMesh::PlanMesh(const CArray<CXYZ>& aVertex, const CArray<int>& aRank)
-    : m_nSeats(kTrianglesPerVertex * aVertex.GetSize()), m_pBlock(new unsigned char[BytesFor(m_nSeats)]),
-      m_pTri(FirstIn(m_pBlock.get(), m_nSeats)), m_pPlace(Uninitialised<PlanPlace>(aVertex.GetSize())),
+    : m_nSeats(FirstSeatOf(aVertex.GetSize())),
+      m_pBlock(Uninitialised<unsigned char>(BytesFor(kWords * m_nSeats))),
+      m_pWord(FirstIn(m_pBlock.get(), kWords * m_nSeats)),
+      m_pPlace(Uninitialised<PlanPlace>(aVertex.GetSize() + 1)),
       m_pVertex(Uninitialised<int>(aVertex.GetSize()))
 {
     for (int nVt = 0; nVt < aVertex.GetSize(); ++nVt) {
         m_pPlace.get()[aRank[nVt]] = {aVertex[nVt].x, aVertex[nVt].y};
         m_pVertex.get()[aRank[nVt]] = nVt;
     }
-    for (int t = 0; t < m_nSeats; ++t) {
-        m_pTri[t].aRank[0] = kEmptySeat;
+    const int nNowhere = aVertex.GetSize();
+    constexpr double dNaN = std::numeric_limits<double>::quiet_NaN();
+    m_pPlace.get()[nNowhere] = {dNaN, dNaN};
+    for (int k = 0; k < 3; ++k) {
+        SetRank(Corner(0, k), nNowhere);
+        Link(Corner(0, k), Corner::Outside());
+    }
+    for (int t = kFirstSeat; t < m_nSeats; ++t) {
+        m_pWord[kWords * t] = kEmptySeat;
     }
 }
 
 void PlanMesh::Load(const CArray<CTriangle>& aTri, const CArray<int>& aSeat, const CArray<int>& aRank)
 {
     for (int i = 0; i < aTri.GetSize(); ++i) {
-        PlanTriangle& tri = m_pTri[aSeat[i]];
         for (int k = 0; k < 3; ++k) {
-            tri.aRank[k] = aRank[aTri[i].m_nVertex[k]];
-            tri.aLink[k] = LinkOf(aTri, i, k, aSeat);
+            const Corner corner(aSeat[i], k);
+            SetRank(corner, aRank[aTri[i].m_nVertex[k]]);
+            Link(corner, CornerAcross(aTri, i, k, aSeat));
         }
+        SetFirstSlot(aSeat[i], 0);
         Number(aSeat[i]);
     }
 }
@@ -80,18 +90,28 @@ void PlanMesh::Load(const CArray<CTriangle>& aTri, const CArray<int>& aSeat, con
 void PlanMesh::Store(CArray<CTriangle>& aTri) const
 {
     aTri.SetSize(m_nTriangles, -1);
-    for (int t = 0; t < m_nSeats; ++t) {
-        const PlanTriangle& from = m_pTri[t];
-        if (from.aRank[0] == kEmptySeat) {
+    for (int t = kFirstSeat; t < m_nSeats; ++t) {
+        if (m_pWord[kWords * t] == kEmptySeat) {
             continue;
         }
-        CTriangle& tri = aTri[from.nNumber];
-        for (int k = 0; k < 3; ++k) {
-            const EdgeRef across = from.aLink[k];
-            tri.m_nVertex[k] = m_pVertex.get()[from.aRank[k]];
-            tri.m_nNeighbor[NeighborSlotOfEdge(k)] = across.IsOutside() ? -1 : m_pTri[across.Tri()].nNumber;
+        CTriangle& tri = aTri[NumberOf(t)];
+        Corner corner = FirstCorner(t);
+        for (int k = 0; k < 3; ++k, corner = corner.Next()) {
+            const Corner across = Across(corner);
+            tri.m_nVertex[k] = m_pVertex.get()[RankAt(corner)];
+            tri.m_nNeighbor[NeighborSlotOpposite(k)] = across.IsOutside() ? -1 : NumberOf(across.Tri());
         }
         tri.m_bSelect = 0;
+    }
+}
+
+void PlanMesh::ListSeats(CArray<int>& aSeat) const
+{
+    aSeat.SetSize(m_nTriangles, -1);
+    for (int t = kFirstSeat; t < m_nSeats; ++t) {
+        if (m_pWord[kWords * t] != kEmptySeat) {
+            aSeat[NumberOf(t)] = t;
+        }
     }
 }
 

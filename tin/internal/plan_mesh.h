@@ -10,27 +10,30 @@
 
 namespace qsv {
 
-// An edge as one triangle of a PlanMesh has it: edge k runs from corner k to the next.
-class EdgeRef
+// A corner of a triangle of a PlanMesh. It also stands for the edge that it faces.
+class Corner
 {
 public:
-    EdgeRef() = default;   // nothing yet, so that an array of them costs nothing
-    EdgeRef(int nTri, int k) : m_nCode(4 * static_cast<std::uint32_t>(nTri) + static_cast<std::uint32_t>(k))
+    Corner() = default;   // nothing yet, so that an array of them costs nothing
+    Corner(int nTri, int nSlot)
+        : m_nCode(8 * static_cast<std::uint32_t>(nTri) + static_cast<std::uint32_t>(nSlot))
     {
     }
-    static EdgeRef Outside()
-    {
-        EdgeRef edge;
-        edge.m_nCode = kOutside;
-        return edge;
-    }
+    static Corner Outside() { return Corner(0u); }
 
-    bool IsOutside() const { return m_nCode == kOutside; }
-    int Tri() const { return static_cast<int>(m_nCode >> 2); }
-    int Edge() const { return static_cast<int>(m_nCode & 3); }
+    bool IsOutside() const { return m_nCode == 0; }
+    int Tri() const { return static_cast<int>(m_nCode / 8); }
+    int Slot() const { return static_cast<int>(m_nCode % 8); }
+    // The others of its triangle, counter-clockwise. Slots come in no order that a processor could guess, so this must
+    // not branch: two bits for each slot.
+    Corner Next() const { return Corner((m_nCode & ~7u) + ((0b001001u >> 2 * (m_nCode % 8)) & 3)); }
+    Corner Prev() const { return Corner((m_nCode & ~7u) + ((0b010010u >> 2 * (m_nCode % 8)) & 3)); }
+    bool operator==(Corner other) const { return m_nCode == other.m_nCode; }
 
 private:
-    static constexpr std::uint32_t kOutside = 0xFFFFFFFFu;
+    friend class PlanMesh;
+    explicit Corner(std::uint32_t nCode) : m_nCode(nCode) {}
+
     std::uint32_t m_nCode;
 };
 
@@ -38,17 +41,10 @@ struct PlanPlace {
     double x, y;
 };
 
-// Two of them fill a cache line.
-struct PlanTriangle {
-    int aRank[3];       // the corners, by the rank of their vertices
-    EdgeRef aLink[3];   // edge k as the triangle across it has it
-    int nNumber;        // in the TIN; below 0: ~ its entry in WalkTraps, which keeps the number
-    int nUnused;
-};
-
-// The mesh of a TIN while vertices are inserted, laid out for the caches of a processor: vertices are known by their
-// rank in an order that keeps neighbours together, and are no more than a place; a triangle stands beside the
-// vertex that it was made for. Slots and numbers are those of the TIN.
+// The mesh of a TIN while vertices are inserted, laid out for the caches of a processor: a table of corners (Rossignac
+// 2001). Vertices are known by their rank in an order that keeps neighbours together, and are no more than a place; a
+// triangle stands beside the vertex that it was made for, and two fill a cache line. Triangles have the numbers of the
+// TIN, and its slots but for where counting begins.
 class PlanMesh
 {
 public:
@@ -60,33 +56,58 @@ public:
     // Writes all triangles in the order of their numbers, not selected.
     void Store(CArray<CTriangle>& aTri) const;
 
-    // Triangles are counted by their seats; the vertex of a rank has two to give.
-    static int FirstSeatOf(int nRank) { return 2 * nRank; }
+    // Triangles are counted by their seats; the vertex of a rank has two to give. In the first two seats is the outside:
+    // corners like others, so that nobody need ask, at a place that is nowhere.
+    static int FirstSeatOf(int nRank) { return 2 * nRank + kFirstSeat; }
+    static int RankOfSeat(int nTri) { return (nTri - kFirstSeat) / 2; }
     int Seats() const { return m_nSeats; }
-    PlanTriangle& operator[](int nTri) { return m_pTri[nTri]; }
-    const PlanTriangle& operator[](int nTri) const { return m_pTri[nTri]; }
+    // The seats of all triangles in the order of their numbers.
+    void ListSeats(CArray<int>& aSeat) const;
+    const void* AddressOf(Corner corner) const { return &m_pWord[corner.m_nCode]; }
 
     const PlanPlace& PlaceOf(int nRank) const { return m_pPlace.get()[nRank]; }
-    const PlanPlace& Corner(const PlanTriangle& tri, int k) const { return m_pPlace.get()[tri.aRank[k]]; }
+    const PlanPlace& PlaceAt(Corner corner) const { return m_pPlace.get()[m_pWord[corner.m_nCode]]; }
+    int RankAt(Corner corner) const { return static_cast<int>(m_pWord[corner.m_nCode]); }
+    void SetRank(Corner corner, int nRank) { m_pWord[corner.m_nCode] = static_cast<std::uint32_t>(nRank); }
 
-    // Gives a new triangle, which the caller fills in, the next number.
-    void Number(int nTri) { m_pTri[nTri].nNumber = m_nTriangles++; }
-    // Lets edge k of a triangle and the edge across it refer to each other.
-    void Link(int nTri, int k, EdgeRef across)
+    // The corner that faces the same edge from the other side.
+    Corner Across(Corner corner) const { return Corner(m_pWord[corner.m_nCode + kAcross]); }
+    // Lets two corners face the same edge; either may be outside.
+    void Link(Corner corner, Corner across)
     {
-        m_pTri[nTri].aLink[k] = across;
-        if (!across.IsOutside()) {
-            m_pTri[across.Tri()].aLink[across.Edge()] = EdgeRef(nTri, k);
-        }
+        m_pWord[corner.m_nCode + kAcross] = across.m_nCode;
+        m_pWord[across.m_nCode + kAcross] = corner.m_nCode;
     }
 
+    // The corner in the first slot that the TIN counts.
+    Corner FirstCorner(int nTri) const
+    {
+        return Corner(nTri, static_cast<int>(m_pWord[kWords * nTri + kFirst]));
+    }
+    void SetFirstSlot(int nTri, int nSlot)
+    {
+        m_pWord[kWords * nTri + kFirst] = static_cast<std::uint32_t>(nSlot);
+    }
+    // The number in the TIN; below 0: ~ the triangle's entry in WalkTraps, which keeps the number.
+    int NumberOf(int nTri) const { return static_cast<int>(m_pWord[kWords * nTri + kNumber]); }
+    void SetNumber(int nTri, int nNumber)
+    {
+        m_pWord[kWords * nTri + kNumber] = static_cast<std::uint32_t>(nNumber);
+    }
+    // Gives a new triangle, which the caller fills in, the next number.
+    void Number(int nTri) { SetNumber(nTri, m_nTriangles++); }
+
 private:
-    static constexpr int kEmptySeat = -1;   // in place of the first corner
+    // Words of a triangle: the ranks at its corners, the corners across from them, and two of its own.
+    static constexpr int kFirstSeat = 2;
+    static constexpr long long kWords = 8;
+    static constexpr int kAcross = 3, kNumber = 6, kFirst = 7;
+    static constexpr std::uint32_t kEmptySeat = 0xFFFFFFFFu;   // in place of the first rank
 
     const int m_nSeats;
     int m_nTriangles = 0;
-    const std::unique_ptr<unsigned char[]> m_pBlock;   // holds the triangles, from the start of a cache line
-    PlanTriangle* const m_pTri;
+    const std::unique_ptr<unsigned char[]> m_pBlock;   // holds the words, from the start of a cache line
+    std::uint32_t* const m_pWord;
     const std::unique_ptr<PlanPlace[]> m_pPlace;   // by rank
     const std::unique_ptr<int[]> m_pVertex;        // by rank
 };

@@ -1,7 +1,5 @@
 #include "tin/internal/plan_search.h"
 
-#include "tin/internal/slots.h"
-
 namespace qsv {
 
 namespace {
@@ -22,41 +20,47 @@ public:
         if (m_found.nTri >= 0 && !(m_found.nState == kOnVertex && answer.eState == kOnVertex)) {
             return false;
         }
-        m_found = {nTri, answer.eState, answer.nSide};
-        return answer.eState !=
-               kOnEdge;   // two triangles share an edge: which comes first depends on the way
+        m_found = {nTri, answer.eState, answer.corner};
+        // Two triangles share an edge: which comes first depends on the way.
+        return answer.eState != kOnEdge;
     }
-    const Location& Found() const { return m_found; }
+    const PlanLocation& Found() const { return m_found; }
 
 private:
-    Location m_found;
+    PlanLocation m_found;
 };
 
 }   // namespace
 
-bool PlanSearch::Step(const PlanPlace& p, int& nTri) const
+Corner PlanSearch::Begin(const PlanPlace& p, int nTri) const
 {
-    const PlanTriangle& tri = m_mesh[nTri];
-    const PlanPlace &a = m_mesh.Corner(tri, 0), &b = m_mesh.Corner(tri, 1), &c = m_mesh.Corner(tri, 2);
-    const double aBeyond[3] = {RightOf(a, b, p), RightOf(b, c, p), RightOf(c, a, p)};
-    int k = aBeyond[1] > aBeyond[0] ? 1 : 0;
-    k = aBeyond[2] > aBeyond[k] ? 2 : k;
-    if (!(aBeyond[k] > m_tolerance.dEPS2) || tri.aLink[k].IsOutside()) {
+    const Corner at(nTri, 0), across = m_mesh.Across(at);
+    const bool bBeyond = RightOf(m_mesh.PlaceAt(at.Next()), m_mesh.PlaceAt(at.Prev()), p) > m_tolerance.dEPS2;
+    return bBeyond && !across.IsOutside() ? across : at;
+}
+
+bool PlanSearch::Step(const PlanPlace& p, Corner& at) const
+{
+    const Corner next = at.Next(), prev = at.Prev();
+    const PlanPlace& a = m_mesh.PlaceAt(at);
+    const double dFacingPrev = RightOf(a, m_mesh.PlaceAt(next), p),
+                 dFacingNext = RightOf(m_mesh.PlaceAt(prev), a, p);
+    const Corner across = m_mesh.Across(dFacingPrev > dFacingNext ? prev : next);
+    if (!(dFacingPrev > m_tolerance.dEPS2 || dFacingNext > m_tolerance.dEPS2) || across.IsOutside()) {
         return false;
     }
-    nTri = tri.aLink[k].Tri();
+    at = across;
     return true;
 }
 
-Location PlanSearch::Find(const PlanPlace& p, int nNear, int nFar) const
+PlanLocation PlanSearch::Find(const PlanPlace& p, Corner near, int nFar) const
 {
     if (m_bTrusted && !m_traps.HasFlat()) {
-        int nTri = nNear;
-        for (int i = 0; i < kMostSteps && Step(p, nTri); ++i) {}
-        if (m_traps.Count() == 0 && IsDeepInside(p, nTri)) {
-            return {nTri, kInside, 0};
+        for (int i = 0; i < kMostSteps && Step(p, near); ++i) {}
+        if (m_traps.Count() == 0 && IsDeepInside(p, near)) {
+            return {near.Tri(), kInside, near};
         }
-        const Location found = Survey(p, nTri);
+        const PlanLocation found = Survey(p, near.Tri());
         if (found.nTri >= 0) {
             return found;
         }
@@ -72,17 +76,17 @@ bool PlanSearch::IsBeyondReach(const PlanPlace& a, const PlanPlace& b, const Pla
     return s < -m_tolerance.dEPS2 && s * s > m_traps.Reach() * m_traps.Reach() * (ex * ex + ey * ey);
 }
 
-bool PlanSearch::IsDeepInside(const PlanPlace& p, int nTri) const
+bool PlanSearch::IsDeepInside(const PlanPlace& p, Corner corner) const
 {
-    const PlanTriangle& tri = m_mesh[nTri];
-    const PlanPlace &a = m_mesh.Corner(tri, 0), &b = m_mesh.Corner(tri, 1), &c = m_mesh.Corner(tri, 2);
+    const PlanPlace &a = m_mesh.PlaceAt(corner), &b = m_mesh.PlaceAt(corner.Next()),
+                    &c = m_mesh.PlaceAt(corner.Prev());
     return IsBeyondReach(a, b, p) && IsBeyondReach(b, c, p) && IsBeyondReach(c, a, p);
 }
 
 // Asks all triangles within the reach of p, the one that holds p first, and all traps. No triangle when they do
 // not tell where the walk ends. Close to the outline a walk could leave the mesh, unless it ends at a vertex:
 // that comes to the same.
-Location PlanSearch::Survey(const PlanPlace& p, int nTri) const
+PlanLocation PlanSearch::Survey(const PlanPlace& p, int nTri) const
 {
     int aSeen[kMostSurveyed] = {nTri};
     int nSeen = 1;
@@ -99,17 +103,17 @@ Location PlanSearch::Survey(const PlanPlace& p, int nTri) const
         if (!stops.Add(aSeen[i], AskTriangle(m_mesh, aSeen[i], p, m_tolerance))) {
             return {};
         }
-        const PlanTriangle& tri = m_mesh[aSeen[i]];
         for (int k = 0; k < 3; ++k) {
-            if (IsBeyondReach(m_mesh.Corner(tri, k), m_mesh.Corner(tri, NextSlot(k)), p)) {
+            const Corner corner(aSeen[i], k), across = m_mesh.Across(corner);
+            if (IsBeyondReach(m_mesh.PlaceAt(corner.Next()), m_mesh.PlaceAt(corner.Prev()), p)) {
                 continue;
             }
-            bAtOutline = bAtOutline || tri.aLink[k].IsOutside();
-            if (!tri.aLink[k].IsOutside() && !isSeen(tri.aLink[k].Tri())) {
+            bAtOutline = bAtOutline || across.IsOutside();
+            if (!across.IsOutside() && !isSeen(across.Tri())) {
                 if (nSeen == kMostSurveyed) {
                     return {};
                 }
-                aSeen[nSeen++] = tri.aLink[k].Tri();
+                aSeen[nSeen++] = across.Tri();
             }
         }
     }
@@ -119,7 +123,7 @@ Location PlanSearch::Survey(const PlanPlace& p, int nTri) const
             return {};
         }
     }
-    return bAtOutline && stops.Found().nState != kOnVertex ? Location() : stops.Found();
+    return bAtOutline && stops.Found().nState != kOnVertex ? PlanLocation() : stops.Found();
 }
 
 }   // namespace qsv

@@ -23,17 +23,20 @@ public:
     // To be called when the outline is no longer known to be convex.
     void DistrustOutline() { m_bTrusted = false; }
 
-    // Moves nTri to the neighbour that lies most in the direction of p; false when none does.
-    bool Step(const PlanPlace& p, int& nTri) const;
+    // A quick walk to p, which need not end where the walk does. It stands in a triangle, at the corner that faces the
+    // edge it is not to cross: the one it came in by.
+    Corner Begin(const PlanPlace& p, int nTri) const;
+    // Goes on to the next triangle, across the edge beyond which p lies farther; false where the walk ends.
+    bool Step(const PlanPlace& p, Corner& at) const;
 
     // Where the walk to p from triangle nFar ends, at best found from nNear. When at a vertex, the triangle may be
     // another one at that vertex.
-    Location Find(const PlanPlace& p, int nNear, int nFar) const;
+    PlanLocation Find(const PlanPlace& p, Corner near, int nFar) const;
 
 private:
-    bool IsDeepInside(const PlanPlace& p, int nTri) const;
+    bool IsDeepInside(const PlanPlace& p, Corner corner) const;
     bool IsBeyondReach(const PlanPlace& a, const PlanPlace& b, const PlanPlace& p) const;
-    Location Survey(const PlanPlace& p, int nTri) const;
+    PlanLocation Survey(const PlanPlace& p, int nTri) const;
 
     const PlanMesh& m_mesh;
     const WalkTraps& m_traps;

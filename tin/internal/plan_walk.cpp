@@ -5,46 +5,55 @@
 
 namespace qsv {
 
-WalkAnswer AskTriangle(const PlanMesh& mesh, int nTri, const PlanPlace& p, const WalkTolerance& tolerance)
+// Inline, since the walk asks nothing else.
+inline WalkAnswer Ask(const PlanMesh& mesh, int nTri, const PlanPlace& p, const WalkTolerance& tolerance)
 {
-    const PlanTriangle& tri = mesh[nTri];
+    const Corner first = mesh.FirstCorner(nTri);
+    const Corner aCorner[] = {first, first.Next(), first.Prev()};
     for (int k = 0; k < 3; ++k) {
-        const PlanPlace &a = mesh.Corner(tri, k), &b = mesh.Corner(tri, NextSlot(k));
+        const Corner from = aCorner[k], to = aCorner[NextSlot(k)];
+        const PlanPlace &a = mesh.PlaceAt(from), &b = mesh.PlaceAt(to);
         const double dx = p.x - a.x, dy = p.y - a.y;
         const double ex = b.x - a.x, ey = b.y - a.y;
         const double s = ey * dx - ex * dy;
         if (s > tolerance.dEPS2) {
-            return {false, kOutside, k};
+            return {false, kOutside, aCorner[PrevSlot(k)]};
         }
         if (!(s >= -tolerance.dEPS2)) {
             continue;
         }
         if (IsSamePlace(p.x, p.y, a.x, a.y, tolerance.dEPS)) {
-            return {true, kOnVertex, k};
+            return {true, kOnVertex, from};
         }
         if (IsSamePlace(p.x, p.y, b.x, b.y, tolerance.dEPS)) {
-            return {true, kOnVertex, NextSlot(k)};
+            return {true, kOnVertex, to};
         }
         if (ex * dx >= 0.0 && ey * dy >= 0.0 && dx * dx + dy * dy <= ex * ex + ey * ey) {
-            return {true, kOnEdge, k};
+            return {true, kOnEdge, aCorner[PrevSlot(k)]};
         }
     }
-    return {true, kInside, 0};
+    return {true, kInside, first};
 }
 
-Location WalkToPoint(const PlanMesh& mesh, int nStartTri, const PlanPlace& p, const WalkTolerance& tolerance)
+WalkAnswer AskTriangle(const PlanMesh& mesh, int nTri, const PlanPlace& p, const WalkTolerance& tolerance)
+{
+    return Ask(mesh, nTri, p, tolerance);
+}
+
+PlanLocation WalkToPoint(const PlanMesh& mesh, int nStartTri, const PlanPlace& p,
+                         const WalkTolerance& tolerance)
 {
     int nTri = nStartTri;
     int nMoves = 0;
     int nEarlier = nStartTri;   // where the walk stood after 1, 2, 4, 8, ... moves (Brent 1980)
     for (;;) {
-        const WalkAnswer answer = AskTriangle(mesh, nTri, p, tolerance);
+        const WalkAnswer answer = Ask(mesh, nTri, p, tolerance);
         if (answer.bStops) {
-            return {nTri, answer.eState, answer.nSide};
+            return {nTri, answer.eState, answer.corner, nMoves};
         }
-        const EdgeRef across = mesh[nTri].aLink[answer.nSide];
+        const Corner across = mesh.Across(answer.corner);
         if (across.IsOutside()) {
-            return {-1, kOutside, answer.nSide};
+            return {-1, kOutside, answer.corner, nMoves};
         }
         nTri = across.Tri();
         if (++nMoves >= mesh.Seats() || nTri == nEarlier) {

@@ -10,6 +10,7 @@ inline void Prefetch([[maybe_unused]] const void* p)
 {
 #if defined(__GNUC__)
     __builtin_prefetch(p);
+    __asm__ volatile("" : : "r"(p));   // else g++ 12 leaves out functions that do nothing but fetch
 #endif
 }
 

@@ -10,24 +10,41 @@ WalkTraps::WalkTraps(PlanMesh& mesh, const WalkTolerance& tolerance, double dRea
 WalkTraps::~WalkTraps()
 {
     for (int i = 0; i < m_aTrap.GetSize(); ++i) {
-        m_mesh[m_aTrap[i].nTri].nNumber = m_aTrap[i].nNumber;
+        m_mesh.SetNumber(m_aTrap[i].nTri, m_aTrap[i].nNumber);
     }
 }
 
-void WalkTraps::Enter(int nTri, bool bFlat)
+// The triangle by its doubled area and the sum of the squares of its edges.
+WalkTraps::Measures WalkTraps::Measure(int nTri) const
 {
-    const int nEntry = m_aTrap.Add({nTri, m_mesh[nTri].nNumber, bFlat});
-    m_mesh[nTri].nNumber = ~nEntry;
+    const Corner corner(nTri, 0);
+    const PlanPlace &a = m_mesh.PlaceAt(corner), &b = m_mesh.PlaceAt(corner.Next()),
+                    &c = m_mesh.PlaceAt(corner.Prev());
+    return {-RightOf(a, b, c), Distance2(a, b) + Distance2(b, c) + Distance2(c, a)};
+}
+
+void WalkTraps::Update(int nTri)
+{
+    const auto [dArea, dLength2] = Measure(nTri);
+    Update(nTri, !(Roundness(dArea, dLength2) > 0.0 && Room(dArea, dLength2) > 0.0));
+}
+
+void WalkTraps::Enter(int nTri)
+{
+    const auto [dArea, dLength2] = Measure(nTri);
+    const bool bFlat = !(Roundness(dArea, dLength2) > 0.0);
+    const int nEntry = m_aTrap.Add({nTri, m_mesh.NumberOf(nTri), bFlat});
+    m_mesh.SetNumber(nTri, ~nEntry);
     m_nFlat += bFlat ? 1 : 0;
 }
 
 void WalkTraps::StrikeOff(int nTri)
 {
-    const int nEntry = ~m_mesh[nTri].nNumber, nLast = m_aTrap.GetUpperBound();
+    const int nEntry = ~m_mesh.NumberOf(nTri), nLast = m_aTrap.GetUpperBound();
     const Trap trap = m_aTrap[nEntry];
     m_aTrap[nEntry] = m_aTrap[nLast];
-    m_mesh[m_aTrap[nEntry].nTri].nNumber = ~nEntry;
-    m_mesh[nTri].nNumber = trap.nNumber;
+    m_mesh.SetNumber(m_aTrap[nEntry].nTri, ~nEntry);
+    m_mesh.SetNumber(nTri, trap.nNumber);
     m_nFlat -= trap.bFlat ? 1 : 0;
     m_aTrap.SetSize(nLast);
 }

@@ -33,19 +33,31 @@ public:
     // mesh with such a triangle may go round for ever.
     bool HasFlat() const { return m_nFlat > 0; }
 
-    // To be called for each triangle that is new or has changed, with its doubled area and a number not below
-    // the square of its longest edge.
-    void Update(int nTri, double dArea, double dLength2)
+    // Whether a triangle is a trap, with its doubled area and a number not below the square of its longest edge: when
+    // one of these is not above 0.
+    template <class NUMBER>
+    NUMBER Roundness(const NUMBER& dArea, const NUMBER& dLength2) const
     {
-        if (m_mesh[nTri].nNumber < 0) {
+        return dArea - kFlat * dLength2;
+    }
+    template <class NUMBER>
+    NUMBER Room(const NUMBER& dArea, const NUMBER& dLength2) const
+    {
+        const NUMBER dRoom = m_dReach * dArea, dSlack = m_dSlack + kRounding * dLength2;
+        return dRoom * dRoom - dLength2 * dSlack * dSlack;
+    }
+
+    // To be called for each triangle that is new or has changed.
+    void Update(int nTri, bool bTrap)
+    {
+        if (m_mesh.NumberOf(nTri) < 0) {
             StrikeOff(nTri);
         }
-        const double dSlack = m_dSlack + kRounding * dLength2, dRoom = dArea * m_dReach;
-        const bool bFlat = !(dArea > kFlat * dLength2);
-        if (bFlat || !(dRoom * dRoom >= dLength2 * dSlack * dSlack)) {
-            Enter(nTri, bFlat);
+        if (bTrap) {
+            Enter(nTri);
         }
     }
+    void Update(int nTri);
 
 private:
     struct Trap {
@@ -56,7 +68,12 @@ private:
     static constexpr double kRounding = 4e-15;
     static constexpr double kFlat = 1e-10;   // a circle through the corners then has six digits
 
-    void Enter(int nTri, bool bFlat);
+    struct Measures {
+        double dArea, dLength2;
+    };
+
+    Measures Measure(int nTri) const;
+    void Enter(int nTri);
     void StrikeOff(int nTri);
 
     PlanMesh& m_mesh;
