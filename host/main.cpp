@@ -62,8 +62,14 @@ std::string HelpCommand(const CLI::App& app)
 // A word that is no command would only be missed as one.
 void RequireKnownCommand(int argc, char** argv)
 {
-    if (argc < 2 || argv[1][0] == '-') return;
-    const std::string name = argv[1];
+    const std::string name = argc < 2 ? "" : argv[1];
+    if (name == "-h" || name == "--help" || name == "--version") return;
+    if (name.empty() || name.front() == '-') {
+        throw qsvtin::Failure(
+            (name.empty() ? "no command" : "there is no option " + name + " in front of a command") +
+                "; name one such as build, see qsvtin --help",
+            qsvtin::Failure::BadUsage);
+    }
     if (std::none_of(kCommands.begin(), kCommands.end(),
                      [&](const qsvtin::Command& command) { return name == command.name; })) {
         throw qsvtin::Failure("there is no command " + name + "; see qsvtin --help",

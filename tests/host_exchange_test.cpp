@@ -127,7 +127,7 @@ TEST_F(Exchange, LinesComeFromEveryKindOfFile)
     }
     EXPECT_EQ(Run("render far.tin --size 300x200 -o a.png").status, 0);
     EXPECT_FALSE(Get("a.png") == drawn[0]);
-    ExpectRefusal("render far.tin -o a.png --breaklines far.tin", 1, "far.tin is not a text file");
+    ExpectRefusal("render far.tin -o a.png --breaklines far.tin", 1, "far.tin is a TIN file, no text");
     ExpectRefusal("polygon ring.dxf -o ring.dxf", 2, "would overwrite the input");
     Put("point.obj", "v 0 0 0\nl 1\n");
     ExpectRefusal("render far.tin -o a.png --breaklines point.obj", 1,

@@ -63,7 +63,8 @@ TEST_F(Program, RefusesNonsenseInOneLineAndLeavesFilesAlone)
         {"build hill.txt -o kept.obj --trim-angle nan", 2, "--trim-angle"},
         {"build hill.txt -o kept.obj --order zzz", 2, "--order zzz"},
         {"build hill.txt -o kept.obj --frobnicate", 2, "--frobnicate"},
-        {"", 2, "--help"},
+        {"", 2, "no command; name one such as build, see qsvtin --help"},
+        {"--frobnicate build", 2, "there is no option --frobnicate in front of a command"},
         {"frobnicate", 2, "there is no command frobnicate; see qsvtin --help"},
     };
     for (const auto& c : aCase) {

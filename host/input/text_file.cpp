@@ -38,6 +38,9 @@ void TextFile::CheckIsText()
         throw Failure(m_path + " is UTF-16 text; save it as UTF-8 or plain text");
     }
     const std::string_view beginning = std::string_view(m_text).substr(0, 4096);
+    if (StartsWith(m_text, "TIN_")) {
+        throw Failure(m_path + " is a TIN file, no text; qsvtin edit and qsvtin convert work on those");
+    }
     if (!LooksLikeText(m_text)) {
         throw Failure(m_path + " is not a text file; give lines of x y z");
     }

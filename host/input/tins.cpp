@@ -93,8 +93,10 @@ TinFile ReadTinFile(const std::string& path)
     TinFile file;
     file.path = path;
     file.form = FormOf(path);
-    const std::string what = file.form == 0 ? " is no TIN file, or damaged; build one with qsvtin build"
-                                            : " is damaged or cut short; make it again from its source";
+    const std::string what =
+        file.form == 0
+            ? " is no TIN file, or damaged; give one that qsvtin build made, or " + ExchangeExtensions()
+            : " is damaged or cut short; make it again from its source";
     if (!CTin::ReadBIN_VER2(path.c_str(), file.tins)) throw Failure(path + what);
     std::error_code unknown;
     if (std::filesystem::file_size(PathOf(path), unknown) > LargestSize(file)) throw Failure(path + what);
