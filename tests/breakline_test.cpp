@@ -130,15 +130,6 @@ TEST(Breaklines, ThatAreClosedComeBackToTheirStart)
     }
 }
 
-TEST(Breaklines, CrossingEachOtherKeepTheEarlierOnesWhole)
-{
-    CTin tin = BuiltWith(RandomSites(300, 32), {{{10, 50, 1}, {90, 50, 1}}, {{50, 10, 2}, {50, 90, 2}}});
-    EXPECT_TRUE(IsSound(tin));
-    EXPECT_TRUE(IsDisk(tin));
-    EXPECT_EQ(CountEnforced(tin, 0), 1);
-    EXPECT_EQ(CountEnforced(tin, 1), 1);
-}
-
 TEST(Breaklines, ReferToTheVertexInUseWherePointsCoincide)
 {
     CTin tin;
@@ -155,23 +146,6 @@ TEST(Breaklines, ReferToTheVertexInUseWherePointsCoincide)
     const CArray<int>& aIndex = tin.m_aBreakLine[0].m_aVertexIndex;
     EXPECT_TRUE(tin.CheckPtUsed(aIndex[0]) && tin.CheckPtUsed(aIndex[1]));
     EXPECT_EQ(CountEnforced(tin, 0), 1);
-}
-
-TEST(Breaklines, SurviveIndicesThatAreNotThere)
-{
-    CTin tin = Fed(RandomSites(50, 33));
-    CBreakLine bl;
-    bl.m_aVertexIndex.Add(3);
-    bl.m_aVertexIndex.Add(5000);
-    tin.m_aBreakLine.Add(bl);
-    bl.m_aVertexIndex[1] = -7;
-    tin.m_aBreakLine.Add(bl);
-    bl.m_aVertexIndex.SetSize(0);
-    tin.m_aBreakLine.Add(bl);
-    ASSERT_EQ(tin.CreateTin(0.0), 1);
-    EXPECT_EQ(tin.GetPointSize(), 50);
-    EXPECT_EQ(tin.m_aBreakLine[0].m_aVertexIndex[1], 5000);
-    EXPECT_TRUE(IsSound(tin));
 }
 
 // The lists of triangles against a scan of all, while corners go to new vertices and triangles are added at

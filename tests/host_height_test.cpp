@@ -47,11 +47,11 @@ Breakline Comb(double east, double north)
     return ring;
 }
 
-// Distance to the comb from a place above the gaps between its teeth or between them.
-double GapDistance(double x)
+// Distance to the nearest side of a tooth, from a place on one or in the gap beside it.
+double DistanceToSide(double x)
 {
-    const double inPeriod = std::fmod(x, 2.0);
-    return inPeriod <= 1.0 ? 0.0 : std::min(inPeriod - 1.0, 2.0 - inPeriod);
+    const double inHalf = std::fmod(x, 1.0);
+    return std::min(inHalf, 1.0 - inHalf);
 }
 
 // Walks from tooth to tooth leave the comb on the way; what stands upright is in the way of others.
@@ -78,8 +78,7 @@ TEST(Surface, FindsEveryPlaceOfANotchedTerrainWithOrWithoutWalls)
         EXPECT_GT(inside, 1500);
         for (double place = 1.25; place < 20.0; place += 0.37) {
             const auto nearest = surface.FindOnOutline(place, 8.0);
-            EXPECT_NEAR(nearest.distance, IsOnComb(place, 8.0) ? nearest.distance : GapDistance(place), 1e-9)
-                << place;
+            EXPECT_NEAR(nearest.distance, DistanceToSide(place), 1e-9) << place;
             EXPECT_NEAR(nearest.at.z, Plane(nearest.at.x, nearest.at.y), 1e-9)
                 << "the foot in plan, on the surface";
         }
@@ -171,27 +170,6 @@ TEST_F(Height, AnswersBeforeTheNextQuestion)
                   "exec 3>to 4<from\n"
                   "for x in 1 2 3; do echo $x 5 >&3; read z <&4; echo $z; done\nexec 3>&-\nwait\n");
     EXPECT_EQ(Shell("timeout 20 sh ask.sh").out, "2.6\n4.2\n5.8\n");
-}
-
-// Heights read back as they were computed: those of the vertices are the survey's.
-TEST_F(Height, GivesBackTheSurveyAtEveryPoint)
-{
-    ASSERT_EQ(Run("build '" QSV_SAMPLE "/points.xyz' --trim-angle 15 -o sample.tin").status, 0);
-    const CTin tin = ReadTin("sample.tin");
-    std::string places;
-    std::vector<double> heights;
-    for (int t = 0; t < tin.m_aTri.GetSize(); t += 7) {
-        const CXYZ& v = tin.m_aVertex[tin.m_aTri[t].m_nVertex[t % 3]];
-        places += nlohmann::json(v.x).dump() + " " + nlohmann::json(v.y).dump() + "\n";
-        heights.push_back(v.z);
-    }
-    std::istringstream answers(RunWithInput("height sample.tin -", places).out);
-    std::string line;
-    for (const double height : heights) {
-        ASSERT_TRUE(std::getline(answers, line));
-        ASSERT_NEAR(std::stod(line), height, 1e-9);
-    }
-    EXPECT_GT(heights.size(), 500u);
 }
 
 TEST_F(Height, FindsBothPiecesOfAMergedTin)

@@ -208,23 +208,6 @@ TEST(Crossings, TellThePlaceAndBothHeights)
     EXPECT_EQ(built->report.segmentsEnforced, 3u) << "both are edges all the same";
 }
 
-TEST(Terrain, CountsAndMeasuresInSurveyCoordinates)
-{
-    const auto built = Build(Survey(Grid(11, 21530000.25, 6783000.5)));
-    const BuildReport& report = built->report;
-    EXPECT_EQ(report.pointsRead, 121u);
-    EXPECT_EQ(report.vertices, 121);
-    EXPECT_EQ(report.triangles, 200);
-    EXPECT_EQ(report.hull, 4);
-    EXPECT_TRUE(report.unused.empty());
-    EXPECT_EQ(report.low.x, 21530000.25);
-    EXPECT_EQ(report.high.y, 6783010.5);
-    EXPECT_EQ(report.high.z, 30.0);
-    // On the plane z = x + 2y a plan square of 10 has the area 100 sqrt(1 + 1 + 4).
-    EXPECT_NEAR(report.planArea, 100.0, 1e-9);
-    EXPECT_NEAR(report.surfaceArea, 100.0 * std::sqrt(6.0), 1e-9);
-}
-
 // The corner (0, 0) belongs to one triangle. A line that comes along the hull and turns there is not followed
 // any further by the library, whose walk finds no way around the corner.
 TEST(Terrain, FollowsALineBeyondACornerOfOneTriangle)

@@ -85,14 +85,6 @@ TEST(UpdateTopology, SameAsPlain)
     }
 }
 
-TEST(UpdateTopology, FindsTheLinksOfAFinishedMeshAgain)
-{
-    CTin tin = Built(RandomSites(3000, 3));
-    const std::string strBefore = Dump(tin);
-    tin.UpdateTopology();
-    EXPECT_EQ(Dump(tin), strBefore);
-}
-
 TEST(AddTIN, AppendsWithoutJoining)
 {
     CTin tin = Built(RandomSites(40, 8)), other = SquareOnPlane(1, 2, 3);

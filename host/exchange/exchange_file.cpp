@@ -31,11 +31,6 @@ ExchangeFile ReadModel(const std::string& path)
     return file;
 }
 
-bool StartsWith(std::string_view text, std::string_view start)
-{
-    return text.substr(0, start.size()) == start;
-}
-
 bool BeginsAsXml(std::string_view text)
 {
     if (StartsWith(text, "\xEF\xBB\xBF")) text.remove_prefix(3);

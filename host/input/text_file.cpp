@@ -15,11 +15,6 @@ bool LooksLikeText(std::string_view text)
     return text.substr(0, 4096).find('\0') == std::string_view::npos;
 }
 
-bool StartsWith(std::string_view text, std::string_view start)
-{
-    return text.substr(0, start.size()) == start;
-}
-
 }   // namespace
 
 TextFile::TextFile(const std::string& path) : TextFile(path, ReadWholeFile(path, LooksLikeText)) {}
@@ -64,6 +59,11 @@ bool TextFile::NextLine(std::string_view& line)
     m_position += StartsWith(text.substr(m_position), "\r\n") ? 2 : 1;
     ++m_lineNumber;
     return true;
+}
+
+bool StartsWith(std::string_view text, std::string_view start)
+{
+    return text.substr(0, start.size()) == start;
 }
 
 std::string Quoted(std::string_view text)

@@ -39,6 +39,9 @@ private:
 /// A field as it may stand in a message: quoted, cut to a readable length, control characters replaced.
 std::string Quoted(std::string_view text);
 
+/// Whether a text begins with another.
+bool StartsWith(std::string_view text, std::string_view start);
+
 /// The text without blanks, tabs and line ends at both ends.
 std::string_view Trimmed(std::string_view text);
 

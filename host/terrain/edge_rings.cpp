@@ -1,6 +1,7 @@
 #include "host/terrain/edge_rings.h"
 
 #include "host/terrain/outline_rings.h"
+#include "host/terrain/triangles.h"
 
 #include <algorithm>
 #include <numeric>
@@ -18,11 +19,6 @@ bool LiesBefore(const Position& a, const Position& b)
     return a.x != b.x ? a.x < b.x : a.y < b.y;
 }
 
-int SlotAfter(int k)
-{
-    return (k + 1) % 3;
-}
-
 // Adds whatever hangs together with these triangles without crossing an edge of the fence, whose edges run with
 // the triangles on their left.
 void Spread(const CTin& tin, const Edges& fence, std::vector<int>& triangles)
@@ -38,8 +34,8 @@ void Spread(const CTin& tin, const Edges& fence, std::vector<int>& triangles)
     for (std::size_t i = 0; i < triangles.size(); ++i) {
         const CTriangle& tri = tin.m_aTri[triangles[i]];
         for (int k = 0; k < 3; ++k) {
-            const int across = tri.m_nNeighbor[SlotAfter(k)];   // where the library keeps the neighbour
-            if (across < 0 || fence.count({tri.m_nVertex[k], tri.m_nVertex[SlotAfter(k)]}) > 0) continue;
+            const int across = tri.m_nNeighbor[NextSlot(k)];
+            if (across < 0 || fence.count({tri.m_nVertex[k], tri.m_nVertex[NextSlot(k)]}) > 0) continue;
             if (isNew(across)) triangles.push_back(across);
         }
     }
@@ -118,7 +114,7 @@ int EdgeRings::TriangleLeftOf(int from, int to) const
     for (std::size_t i = m_begin[vertex]; i < m_begin[vertex + 1]; ++i) {
         const CTriangle& tri = m_tin.m_aTri[m_triangles[i]];
         for (int k = 0; k < 3; ++k) {
-            if (tri.m_nVertex[k] == from && tri.m_nVertex[SlotAfter(k)] == to) return m_triangles[i];
+            if (tri.m_nVertex[k] == from && tri.m_nVertex[NextSlot(k)] == to) return m_triangles[i];
         }
     }
     return -1;

@@ -3,6 +3,7 @@
 #include "host/failure.h"
 #include "host/numbers.h"
 #include "host/query/surface.h"
+#include "host/terrain/triangles.h"
 
 #include <algorithm>
 #include <limits>
@@ -54,11 +55,6 @@ std::map<int, std::vector<int>> FindPinches(const CTin& tin)
         }
     }
     return around;
-}
-
-int SlotOf(const CTriangle& tri, int vertex)
-{
-    return static_cast<int>(std::find(tri.m_nVertex, tri.m_nVertex + 3, vertex) - tri.m_nVertex);
 }
 
 // Puts one vertex in the place of another in a triangle and in all that hang together with it around it.

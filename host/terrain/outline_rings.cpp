@@ -1,5 +1,8 @@
 #include "host/terrain/outline_rings.h"
 
+#include "host/terrain/triangles.h"
+
+#include <algorithm>
 #include <cstddef>
 
 namespace qsvtin {
@@ -12,20 +15,10 @@ struct Edge {
     int k = 0;
 };
 
-int Next(int k)
-{
-    return (k + 1) % 3;
-}
-
 // The triangle across an edge is stored where the edge ends.
 int Across(const CTin& tin, const Edge& edge)
 {
-    return tin.m_aTri[edge.triangle].m_nNeighbor[Next(edge.k)];
-}
-
-int SlotOf(const CTriangle& tri, int vertex)
-{
-    return tri.m_nVertex[0] == vertex ? 0 : tri.m_nVertex[1] == vertex ? 1 : 2;
+    return tin.m_aTri[edge.triangle].m_nNeighbor[NextSlot(edge.k)];
 }
 
 // The outer edge that starts where this one ends: around their vertex v from triangle to triangle, clockwise.
@@ -36,11 +29,11 @@ int SlotOf(const CTriangle& tri, int vertex)
 //
 Edge Follow(const CTin& tin, const Edge& edge)
 {
-    const int v = tin.m_aTri[edge.triangle].m_nVertex[Next(edge.k)];
-    Edge next{edge.triangle, Next(edge.k)};
+    const int v = tin.m_aTri[edge.triangle].m_nVertex[NextSlot(edge.k)];
+    Edge next{edge.triangle, NextSlot(edge.k)};
     for (int turns = tin.m_aTri.GetSize(); turns > 0 && Across(tin, next) >= 0; --turns) {
         next.triangle = Across(tin, next);
-        next.k = SlotOf(tin.m_aTri[next.triangle], v);
+        next.k = std::min(SlotOf(tin.m_aTri[next.triangle], v), 2);   // 3 where links are damaged
     }
     return next;
 }

@@ -1,10 +1,17 @@
 #include "host/terrain/triangles.h"
 
+#include <algorithm>
+
 namespace qsvtin {
 
 const CXYZ& CornerOf(const CTin& tin, int triangle, int k)
 {
     return tin.m_aVertex[tin.m_aTri[triangle].m_nVertex[k]];
+}
+
+int SlotOf(const CTriangle& tri, int vertex)
+{
+    return static_cast<int>(std::find(tri.m_nVertex, tri.m_nVertex + 3, vertex) - tri.m_nVertex);
 }
 
 double DoubledPlanArea(const CTin& tin, int triangle)
