@@ -72,7 +72,7 @@ void CompareBuilding(const char* szSet, const Places& places)
     const auto aSeconds =
         MediansInTurns(RunsFor(places.size()), {[&] { return SecondsToBuild(places); },
                                                 [&] { return Peer::SecondsToBuild(places); }});
-    const double n = static_cast<double>(places.size());
+    const auto n = static_cast<double>(places.size());
     std::printf("| %s | %.0f | %.4f | %.0f | %.4f | %s |\n", szSet, n, aSeconds[0], 1e9 * aSeconds[0] / n,
                 aSeconds[1], Ratio(aSeconds[0], aSeconds[1]).c_str());
     std::fflush(stdout);
@@ -125,7 +125,7 @@ std::vector<Places> SideBySide(int nLines)
     for (int line = 0; line < nLines; ++line) {
         lines.emplace_back();
         for (int i = 0; i <= 100; ++i) {
-            const Place& j = jitter[static_cast<std::size_t>(line * 101 + i)];
+            const Place& j = jitter[static_cast<std::size_t>(line) * 101 + static_cast<std::size_t>(i)];
             lines.back().push_back(
                 {5.0 + 9.8 * i + 0.004 * j.x, (line + 0.1 + 0.0008 * j.y) * 1000.0 / nLines});
         }

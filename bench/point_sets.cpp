@@ -90,7 +90,8 @@ Places Grid(int n)
     const int nColumns = static_cast<int>(std::sqrt(n));
     Places places;
     for (int i = 0; i < nColumns * nColumns; ++i) {
-        places.push_back({static_cast<double>(i % nColumns), static_cast<double>(i / nColumns)});
+        const int column = i % nColumns, row = i / nColumns;
+        places.push_back({static_cast<double>(column), static_cast<double>(row)});
     }
     return places;
 }

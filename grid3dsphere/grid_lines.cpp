@@ -196,10 +196,11 @@ void CGrid3DSphere::MakeLines(double dStepH, double dStepV)
     const int nH = static_cast<int>(qsv::StepsBelow(360.0, dStepH));
     const int nV = static_cast<int>(CountOfV(dStepV));
     m_aLine.SetSize(nH + nV);
+    const int nLevel = nH + nV / 2;   // the line at angle 0, between as many below and above
     for (int i = 0; i < nH + nV; ++i) {
         CGridLine& line = m_aLine[i];
         line.m_eKind = i < nH ? GRID_LINE_H : GRID_LINE_V;
-        const double dAngle = i < nH ? i * dStepH : (i - nH - nV / 2) * dStepV;
+        const double dAngle = i < nH ? i * dStepH : (i - nLevel) * dStepV;
         line.m_dAngle = CCalcXYZHV::Angle0To360(dAngle);
         MakeGridLine(line.m_eKind, line.m_dAngle, line.m_line);
     }

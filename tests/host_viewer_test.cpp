@@ -35,16 +35,12 @@ template <class Number>
 std::vector<Number> Decoded(const std::string& base64)
 {
     EXPECT_EQ(base64.size() % 4, 0u);
+    const std::string digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     std::string bytes;
     unsigned bits = 0, count = 0;
     for (const char c : base64) {
         if (c == '=') break;
-        const unsigned digit = c >= 'a'   ? c - 'a' + 26u
-                               : c >= 'A' ? c - 'A' + 0u
-                               : c >= '0' ? c - '0' + 52u
-                               : c == '+' ? 62u
-                                          : 63u;
-        bits = bits << 6 | digit;
+        bits = bits << 6 | static_cast<unsigned>(digits.find(c));
         count += 6;
         if (count >= 8) bytes += static_cast<char>(bits >> (count -= 8) & 0xFFu);
     }

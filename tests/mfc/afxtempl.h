@@ -90,7 +90,8 @@ private:
         const auto nBytes = sizeof(TYPE) * static_cast<std::size_t>(nElements);
         auto* const pNew = static_cast<TYPE*>(::operator new(nBytes));
         if (m_pData) {
-            std::memcpy(static_cast<void*>(pNew), m_pData, sizeof(TYPE) * static_cast<std::size_t>(m_nSize));
+            std::memcpy(static_cast<void*>(pNew), static_cast<const void*>(m_pData),
+                        sizeof(TYPE) * static_cast<std::size_t>(m_nSize));
         }
         ::operator delete(m_pData);
         m_pData = pNew;
