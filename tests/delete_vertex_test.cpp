@@ -88,7 +88,7 @@ CTin Globe(int nColumns, int nRings)
 
 TEST(EdgeRing, IsChainedFromItsFirstEdge)
 {
-    const auto ring = [](std::vector<qsv::DirectedEdge> aEdge) {
+    const auto ring = [](const std::vector<qsv::DirectedEdge>& aEdge) {
         CArray<qsv::DirectedEdge> a;
         for (const qsv::DirectedEdge& e : aEdge) {
             a.Add(e);

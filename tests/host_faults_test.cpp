@@ -151,8 +151,7 @@ TEST_F(Faults, MemoryThatRunsOutIsToldAndNothingIsLost)
     const std::string whole = Get("site.tin");
     int told = 0;
     bool done = false;
-    for (int kilobytes = 8000; !done && kilobytes < 2000000;
-         kilobytes += kilobytes < 100000 ? 1500 : 100000) {
+    for (int kilobytes = 8000; !done && kilobytes < 2000000; kilobytes += kilobytes < 100000 ? 400 : 100000) {
         SCOPED_TRACE(kilobytes);
         Put("site.tin", "old");
         const Result result = Shell("ulimit -v " + std::to_string(kilobytes) +
@@ -208,7 +207,7 @@ public:
         };
         std::vector<std::string> word = Pick(aTemplate);
         for (int n = 1 + m_dice.Below(3); n > 0; --n) {
-            const auto at = static_cast<std::ptrdiff_t>(1 + m_dice.Below(static_cast<int>(word.size()) - 1));
+            const std::ptrdiff_t at = 1 + m_dice.Below(static_cast<int>(word.size()) - 1);
             switch (m_dice.Below(6)) {
             case 0: word.erase(word.begin() + at); break;
             case 1: word.insert(word.begin() + at, Option()); break;

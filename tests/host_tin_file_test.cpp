@@ -309,11 +309,12 @@ TEST_F(TinFile, AKilledProcessLeavesTheOldFileWhole)
     const auto most = static_cast<unsigned>(wholeRun / std::chrono::microseconds(1));
     const std::string whole = Get("whole.tin"), old(1000, 'o');
 
+    const std::string part = Path("site.tin.qsvtin-part");
     std::mt19937 random(20);
     int interrupted = 0, replaced = 0;
     for (int i = 0; i < 40; ++i) {
         Put("site.tin", old);
-        const bool left = fs::exists(Path("site.tin.qsvtin-part"));
+        const bool left = fs::exists(part);
         const pid_t process = fork();
         if (process == 0) {
             if (chdir(m_folder.c_str()) == 0 && freopen("stdout.log", "w", stdout)) {
@@ -321,11 +322,13 @@ TEST_F(TinFile, AKilledProcessLeavesTheOldFileWhole)
             }
             _exit(99);
         }
-        usleep(static_cast<useconds_t>(random() % most));
+        // Beside what a run before left it cannot be seen when the saving begins: then at any moment.
+        for (unsigned waited = 0; !left && !fs::exists(part) && waited < 4 * most; waited += 100) usleep(100);
+        usleep(static_cast<useconds_t>(random() % (left ? most : 20000)));
         kill(process, SIGKILL);
         int ended = 0;
         ASSERT_EQ(waitpid(process, &ended, 0), process);
-        interrupted += !left && fs::exists(Path("site.tin.qsvtin-part")) ? 1 : 0;
+        interrupted += !left && fs::exists(part) ? 1 : 0;
         const std::string found = Get("site.tin");
         replaced += found == whole ? 1 : 0;
         ASSERT_TRUE(found == old || found == whole) << "a file of " << found.size() << " bytes";
@@ -334,7 +337,7 @@ TEST_F(TinFile, AKilledProcessLeavesTheOldFileWhole)
     const auto files = Count();
     ASSERT_EQ(Run("convert new.tin site.tin --format 1").status, 0);
     EXPECT_EQ(Get("site.tin"), whole);
-    EXPECT_FALSE(fs::exists(Path("site.tin.qsvtin-part"))) << "taken over";
+    EXPECT_FALSE(fs::exists(part)) << "taken over";
     EXPECT_LE(Count(), files) << "nor did other files pile up";
     std::printf("%d runs died while saving, %d came to their end\n", interrupted, replaced);
 }

@@ -47,9 +47,9 @@ public:
     {
     }
 
-    void Ask(const Position& at) { m_asked.push_back(at); }
+    void Ask(const Position& at) { m_asked.emplace_back(at); }
     // Nothing was asked: the answer is an empty line.
-    void AskNothing() { m_asked.push_back(std::nullopt); }
+    void AskNothing() { m_asked.emplace_back(std::nullopt); }
     std::size_t Waiting() const { return m_asked.size(); }
 
     // The answers to all that was asked since the last time.
