@@ -134,7 +134,8 @@ Terrain Bumps(int n)
     Terrain terrain;
     terrain.tin.BeginAddPoint(n * n);
     for (int i = 0; i < n * n; ++i) {
-        const double x = 100.0 * (i % n) / (n - 1), y = 100.0 * (i / n) / (n - 1);
+        const int column = i % n, row = i / n;
+        const double x = 100.0 * column / (n - 1), y = 100.0 * row / (n - 1);
         terrain.tin.AddPoint2(x, y, std::sin(0.1 * x) * std::cos(0.1 * y));
     }
     terrain.tin.EndAddPoint();
