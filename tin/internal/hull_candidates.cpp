@@ -12,6 +12,7 @@ namespace qsv {
 namespace {
 
 constexpr int kSectors = 4096;
+constexpr int kSectorsPerQuarter = kSectors / 4;
 constexpr int kFewVertices = 2000;   // not worth the effort
 // How much nearer to the centre than the hull a vertex must be to take no part, and how near it still may be. Parts of
 // the distance of the hull's edges from the centre, which is not below kThinnest of the range.
@@ -29,7 +30,7 @@ public:
         const double dx = p.x - m_centre.x, dy = p.y - m_centre.y;
         const double d = dy / (std::fabs(dx) + std::fabs(dy));   // -1 .. 1, as in the directions from -pi/2
         const double dTurn = dx >= 0.0 ? d + 1.0 : 3.0 - d;      // 0 .. 4
-        return dTurn > 0.0 ? std::min(static_cast<int>(dTurn * (kSectors / 4)), kSectors - 1) : 0;
+        return dTurn > 0.0 ? std::min(static_cast<int>(dTurn * kSectorsPerQuarter), kSectors - 1) : 0;
     }
     double Distance2(const CXYZ& p) const
     {

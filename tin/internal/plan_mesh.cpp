@@ -30,7 +30,7 @@ long long BytesFor(long long nWords)
 std::uint32_t* FirstIn(unsigned char* pBlock, long long nWords)
 {
     void* p = pBlock;
-    std::size_t nBytes = static_cast<std::size_t>(BytesFor(nWords));
+    auto nBytes = static_cast<std::size_t>(BytesFor(nWords));
     auto* const pFirst = static_cast<std::uint32_t*>(std::align(kCacheLine, nBytes - kCacheLine, p, nBytes));
     std::uninitialized_default_construct_n(pFirst, nWords);
     return pFirst;
