@@ -18,7 +18,7 @@ static_assert(std::numeric_limits<float>::is_iec559 && sizeof(float) == 4, "floa
 template <class TO, class FROM>
 TO SameBits(FROM from)
 {
-    static_assert(sizeof(TO) == sizeof(FROM), "");
+    static_assert(sizeof(TO) == sizeof(FROM));
     TO to;
     std::memcpy(&to, &from, sizeof to);
     return to;
