@@ -87,7 +87,7 @@ public:
         }
         // About a segment's length, but no more cells than a few for each segment.
         const double width = m_extent.east - m_extent.west, height = m_extent.north - m_extent.south;
-        const double count = static_cast<double>(segments.size());
+        const auto count = static_cast<double>(segments.size());
         m_cell = std::max({length / count, std::sqrt(width * height / (4.0 * count)),
                            std::max(width, height) / (4.0 * count)});
         m_columns = 1 + static_cast<std::size_t>(width / m_cell);

@@ -131,7 +131,7 @@ PreparedSurvey PrepareSurvey(const SurveyData& survey, double eps)
 
     prepared.vertices = std::move(merged.vertices);
     for (std::size_t i = 0; i < all.positions.size(); ++i) {
-        const std::size_t vertex = static_cast<std::size_t>(merged.vertexOf[i]);
+        const auto vertex = static_cast<std::size_t>(merged.vertexOf[i]);
         if (vertex == prepared.sources.size()) {
             prepared.sources.push_back(all.sources[i]);
         } else if (all.positions[i].z != prepared.vertices[vertex].z) {

@@ -128,7 +128,7 @@ std::vector<std::vector<int>> FindFollowers(const Scene& scene, const std::vecto
     const BoxTree tree(boxes);
     for (std::size_t p = 0; p < triangles.size(); ++p) {
         tree.VisitTouching(boxes[p], [&](int visited) {
-            const std::size_t q = static_cast<std::size_t>(visited);
+            const auto q = static_cast<std::size_t>(visited);
             if (q <= p || !boxes[p].Touches(boxes[q])) return;   // each pair once
             const double farther = FartherBy(triangles[p], triangles[q]);
             if (farther > 0.0) followers[p].push_back(static_cast<int>(q));
@@ -147,7 +147,7 @@ std::vector<int> Settle(const std::vector<int>& order, const std::vector<std::ve
         place[static_cast<std::size_t>(order[i])] = static_cast<int>(i);
         for (const int follower : followers[i]) ++waitsFor[static_cast<std::size_t>(follower)];
     }
-    std::priority_queue<int, std::vector<int>, std::greater<int>> ready;   // places
+    std::priority_queue<int, std::vector<int>, std::greater<>> ready;   // places
     std::vector<bool> isReady(order.size(), false);
     const auto makeReady = [&](int triangle) {
         if (isReady[static_cast<std::size_t>(triangle)]) return;

@@ -27,7 +27,7 @@ void ByteWriter::PutInt(int n)
 // Every block is filled to its end, so that what is written comes in whole pages.
 void ByteWriter::PutBytes(const void* pByte, int nBytes)
 {
-    const unsigned char* pFrom = static_cast<const unsigned char*>(pByte);
+    const auto* pFrom = static_cast<const unsigned char*>(pByte);
     while (nBytes > 0) {
         const int nFit = std::min(nBytes, m_aBlock.GetSize() - m_nUsed);
         std::memcpy(m_aBlock.GetData() + m_nUsed, pFrom, static_cast<size_t>(nFit));

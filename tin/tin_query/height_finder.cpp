@@ -69,7 +69,7 @@ struct CHeightFinder::Grid {
     double RowAt(double y) const { return (y - dMinY) * dRowsPerUnit; }
     int CellOf(int nColumn, int nRow) const
     {
-        const unsigned row = static_cast<unsigned>(nRow), column = static_cast<unsigned>(nColumn);
+        const auto row = static_cast<unsigned>(nRow), column = static_cast<unsigned>(nColumn);
         const unsigned block = row / kBlock * static_cast<unsigned>(nBlocksAcross) + column / kBlock;
         return static_cast<int>(block * kBlockCells + row % kBlock * kBlock + column % kBlock);
     }
