@@ -77,7 +77,7 @@ ViewFrame::ViewFrame(const View& view, const std::vector<Position>& ground, cons
 
 Seen ViewFrame::ToPicture(const Position& at) const
 {
-    CProjection& projection = const_cast<CProjection&>(m_projection);   // Transform only reads
+    auto& projection = const_cast<CProjection&>(m_projection);   // Transform only reads
     double x = 0.0, y = 0.0;
     Seen seen;
     int inside = 0;
@@ -91,7 +91,7 @@ Seen ViewFrame::ToPicture(const Position& at) const
 
 Sight ViewFrame::Through(double x, double y) const
 {
-    CProjection& projection = const_cast<CProjection&>(m_projection);   // Inverse only reads
+    auto& projection = const_cast<CProjection&>(m_projection);   // Inverse only reads
     const double nearX = m_left + x / m_pixels, nearY = m_top - y / m_pixels;
     Sight sight;
     projection.Inverse(nearX, nearY, -1.0, sight.from.x, sight.from.y, sight.from.z);
