@@ -317,9 +317,9 @@ void Mark(CArray<int>& aRank, const CArray<int>& aOutline)
 
 // Where the triangles over an outline stand, as long as ranks are the numbers of vertices: each beside another of its
 // vertices.
-CArray<int> SeatsOf(const CArray<int>& aOutline, int nTriangles)
+Array<int> SeatsOf(const CArray<int>& aOutline, int nTriangles)
 {
-    CArray<int> aSeat;
+    Array<int> aSeat;
     for (int t = 0; t < nTriangles; ++t) {
         aSeat.Add(PlanMesh::FirstSeatOf(aOutline[t]));
     }
@@ -385,7 +385,7 @@ int InsertVertices(const Mesh& mesh, const CArray<int>& aOutline, const CXYZ& lo
 {
     const double dSide = std::fmax(upper.x - lower.x, upper.y - lower.y);
     const bool bOrdinary = IsOrdinary(mesh, dSide);
-    CArray<int> aSeat = SeatsOf(aOutline, mesh.aTri.GetSize());
+    Array<int> aSeat = SeatsOf(aOutline, mesh.aTri.GetSize());
     Progress progress;
     if (!bOrdinary || !AreWalksLong(mesh.aVertex, dSide)) {
         progress = InsertByWalks(mesh, aOutline, !bOrdinary, aSeat);
