@@ -82,7 +82,6 @@ void AskAroundVertex(CTin& tin, CTin&, FuzzInput& input)
     for (int i = 0; i < 20 && tin.FindTriWithPt(nVt, nFrom, nTri, nSlot) != 0; ++i) {}
     const int nTriCount = input.Index(tin.m_aTri.GetSize());
     tin.FindFirstTriWithPt(nVt, nTri, nSlot, nTriCount);
-    for (int i = 0; i < 20 && tin.FindNextTriWithPt(nTri, nSlot) != 0; ++i) {}
     nTri = TriOf(tin, input);
     nSlot = input.Index(3);
     const int nDir = input.Below(3);
@@ -258,10 +257,12 @@ const std::vector<TinOperation>& TinOperations()
              const double dAngle = input.Number();
              tin.DelTriWithAngle(dAngle, input.Below(2));
          }},
-        {"selection", Kind::Changes,
+        {"selection, and the walk whose turn is a member", Kind::Changes,
          [](CTin& tin, CTin&, FuzzInput& input) {
              tin.SelectTriWithAngle(input.Number());
              tin.SelectTriWithLength(input.Number());
+             int nTri = 0, nSlot = 0;
+             for (int i = 0; i < 20 && tin.FindNextTriWithPt(nTri, nSlot) != 0; ++i) {}
          }},
         {"DelVertex", Kind::Changes,
          [](CTin& tin, CTin&, FuzzInput& input) { tin.DelVertex(VertexOf(tin, input)); }},

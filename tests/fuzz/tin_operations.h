@@ -10,7 +10,7 @@
 // members hold. Arguments come from the input.
 struct TinOperation {
     enum Kind {
-        Asks,      // changes nothing that a later operation reads
+        Asks,      // reads only, so that several threads may
         Changes,   // feeds, builds, edits, orders, stores
     };
     const char* szName;
