@@ -35,6 +35,7 @@ set(QSV_SOURCES
   tin/internal/plan_search.cpp
   tin/internal/plan_walk.cpp
   tin/internal/recent_triangles.cpp
+  tin/internal/region_index.cpp
   tin/internal/start_table.cpp
   tin/internal/triangle_removal.cpp
   tin/internal/vertex_walk.cpp

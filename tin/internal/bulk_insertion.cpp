@@ -97,8 +97,9 @@ struct Coming {
 class BulkInserter
 {
 public:
-    BulkInserter(PlanMesh& mesh, const WalkTolerance& tolerance, double dReach, int nRanks, int nLastTri)
-        : m_mesh(mesh), m_tolerance(tolerance), m_traps(mesh, tolerance, dReach),
+    BulkInserter(PlanMesh& mesh, const WalkTolerance& tolerance, double dReach, const CXYZ& lower,
+                 double dSide, int nRanks, int nLastTri)
+        : m_mesh(mesh), m_tolerance(tolerance), m_traps(mesh, tolerance, dReach, lower, dSide),
           m_search(mesh, m_traps, tolerance), m_receiver(mesh, &m_traps, nLastTri), m_start(nRanks, nLastTri)
     {
     }
@@ -365,8 +366,8 @@ int InsertInAnyOrder(const Mesh& mesh, const CArray<int>& aOutline, const CXYZ& 
     Mark(aRank, aOutline);
     int nLeftOut = 0;
     {
-        BulkInserter inserter(planMesh, {mesh.dEPS, mesh.dEPS2}, ReachFor(mesh, dSide), aRank.GetSize(),
-                              aSeat[progress.nLastTri]);
+        BulkInserter inserter(planMesh, {mesh.dEPS, mesh.dEPS2}, ReachFor(mesh, dSide), lower, dSide,
+                              aRank.GetSize(), aSeat[progress.nLastTri]);
         if (progress.bBent) {
             inserter.DistrustOutline();
         }

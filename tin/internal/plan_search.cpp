@@ -57,7 +57,7 @@ PlanLocation PlanSearch::Find(const PlanPlace& p, Corner near, int nFar) const
 {
     if (m_bTrusted && !m_traps.HasFlat()) {
         for (int i = 0; i < kMostSteps && Step(p, near); ++i) {}
-        if (m_traps.Count() == 0 && IsDeepInside(p, near)) {
+        if (IsDeepInside(p, near) && !m_traps.AnyNear(p)) {
             return {near.Tri(), kInside, near};
         }
         const PlanLocation found = Survey(p, near.Tri());
@@ -83,7 +83,7 @@ bool PlanSearch::IsDeepInside(const PlanPlace& p, Corner corner) const
     return IsBeyondReach(a, b, p) && IsBeyondReach(b, c, p) && IsBeyondReach(c, a, p);
 }
 
-// Asks all triangles within the reach of p, the one that holds p first, and all traps. No triangle when they do
+// Asks all triangles within the reach of p, the one that holds p first, and the traps. No triangle when they do
 // not tell where the walk ends. Close to the outline a walk could leave the mesh, unless it ends at a vertex:
 // that comes to the same.
 PlanLocation PlanSearch::Survey(const PlanPlace& p, int nTri) const
@@ -117,11 +117,10 @@ PlanLocation PlanSearch::Survey(const PlanPlace& p, int nTri) const
             }
         }
     }
-    for (int i = 0; i < m_traps.Count(); ++i) {
-        const int t = m_traps.TriangleAt(i);
-        if (!isSeen(t) && !stops.Add(t, AskTriangle(m_mesh, t, p, m_tolerance))) {
-            return {};
-        }
+    const bool bTold = m_traps.ForEachNear(
+        p, [&](int t) { return isSeen(t) || stops.Add(t, AskTriangle(m_mesh, t, p, m_tolerance)); });
+    if (!bTold) {
+        return {};
     }
     return bAtOutline && stops.Found().nState != kOnVertex ? PlanLocation() : stops.Found();
 }

@@ -10,7 +10,7 @@ namespace qsv {
 //
 // A walk to a place stops only in a triangle that lets it stop. In a mesh of counter-clockwise triangles over a
 // convex outline, of triangles that are no WalkTraps only those within the reach of the place can: usually the
-// one that holds the place. All that are, and all traps, are asked. When one triangle alone lets the walk stop, the
+// one that holds the place. All that are, and the traps that can stop it, are asked. When one triangle alone lets the walk stop, the
 // walk ends there; when those that do all see one of their vertices at the place, the walk ends at a vertex.
 class PlanSearch
 {
