@@ -15,6 +15,8 @@ set(QSV_SOURCES
   tin/internal/edge_swap.cpp
   tin/internal/edge_uses.cpp
   tin/internal/first_triangles.cpp
+  tin/internal/insertion_by_groups.cpp
+  tin/internal/insertion_by_walks.cpp
   tin/internal/line_walk.cpp
   tin/internal/hull.cpp
   tin/internal/hull_candidates.cpp
