@@ -51,6 +51,7 @@ private:
     void ChooseCells();
     void EnterTriangles();
     void FillEmptyCells();
+    bool AreInOrder(const CArray<CXYZ>& aPlace) const;
     void ListByPlace(const CArray<CXYZ>& aPlace, CArray<Asked>& aAsked) const;
 
     const CTin& m_tin;

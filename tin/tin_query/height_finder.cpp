@@ -226,8 +226,19 @@ struct CHeightFinder::Asked {
     int nIndex;
 };
 
-// Lists positions by the block of cells they lie in, in linear time; as they come where those beside each other in
-// the list mostly share a block already, as along the lines of a scan.
+// Whether positions beside each other mostly share a block, as along the lines of a scan.
+bool CHeightFinder::AreInOrder(const CArray<CXYZ>& aPlace) const
+{
+    const Grid grid(*this);
+    const auto blockOf = [&](int i) { return grid.CellAt(aPlace[i].x, aPlace[i].y) / kBlockCells; };
+    int nChanges = 0, nLooked = 0;
+    for (int i = 1; i < aPlace.GetSize(); i += 1 + aPlace.GetSize() / kSamples, ++nLooked) {
+        nChanges += blockOf(i) != blockOf(i - 1) ? 1 : 0;
+    }
+    return 3 * nChanges <= nLooked;
+}
+
+// Lists positions by the block of cells they lie in, in linear time.
 void CHeightFinder::ListByPlace(const CArray<CXYZ>& aPlace, CArray<Asked>& aAsked) const
 {
     const Grid grid(*this);
@@ -235,22 +246,14 @@ void CHeightFinder::ListByPlace(const CArray<CXYZ>& aPlace, CArray<Asked>& aAske
     CArray<int> aCell, aNext;   // cell of each position; where the next one of each block goes
     aCell.SetSize(nPlaces, -1);
     aNext.SetSize(m_nBlocksAcross * m_nBlocksUp + 1, -1);
-    int nChanges = 0;
     for (int i = 0; i < nPlaces; ++i) {
         aCell[i] = grid.CellAt(aPlace[i].x, aPlace[i].y);
-        nChanges += i > 0 && aCell[i] / kBlockCells != aCell[i - 1] / kBlockCells ? 1 : 0;
         ++aNext[aCell[i] / kBlockCells + 1];
-    }
-    aAsked.SetSize(nPlaces, -1);
-    if (nChanges < nPlaces / 3) {
-        for (int i = 0; i < nPlaces; ++i) {
-            aAsked[i] = {aPlace[i].x, aPlace[i].y, aCell[i], i};
-        }
-        return;
     }
     for (int b = 1; b < aNext.GetSize(); ++b) {
         aNext[b] += aNext[b - 1];
     }
+    aAsked.SetSize(nPlaces, -1);
     for (int i = 0; i < nPlaces; ++i) {
         aAsked[aNext[aCell[i] / kBlockCells]++] = {aPlace[i].x, aPlace[i].y, aCell[i], i};
     }
@@ -276,18 +279,26 @@ int CHeightFinder::Find(const CArray<CXYZ>& aPlace, CArray<CHeightAnswer>& aAnsw
     if (mesh.aTri.IsEmpty()) {
         return 0;
     }
-    CArray<Asked> aAsked;
-    ListByPlace(aPlace, aAsked);
+    const Grid grid(*this);
+    CArray<Asked> aAsked;   // none when the positions are taken as they come
+    if (!AreInOrder(aPlace)) {
+        ListByPlace(aPlace, aAsked);
+    }
     int nNext = 0, nFound = 0;
+    const auto ask = [&](int n) {
+        const CXYZ& place = aPlace[n];
+        return Asked{place.x, place.y, grid.CellAt(place.x, place.y), n};
+    };
     const auto takeNext = [&](Lane& lane) {
-        const Asked& asked = aAsked[nNext++];
+        const Asked asked = aAsked.IsEmpty() ? ask(nNext) : aAsked[nNext];
+        ++nNext;
         lane = {StartWalk(m_aStart[asked.nCell], asked.x, asked.y), asked.nIndex};
         PrefetchRecord(mesh.aTri[lane.walk.nTri]);
         PrefetchRecord(aAnswer[lane.nIndex]);
     };
     Lane aLane[kLanes];
     int nLanes = 0;
-    while (nLanes < kLanes && nNext < aAsked.GetSize()) {
+    while (nLanes < kLanes && nNext < aPlace.GetSize()) {
         takeNext(aLane[nLanes++]);
     }
     while (nLanes > 0) {
@@ -303,7 +314,7 @@ int CHeightFinder::Find(const CArray<CXYZ>& aPlace, CArray<CHeightAnswer>& aAnsw
             }
             aAnswer[lane.nIndex] = AnswerAt(mesh, found.nTri, lane.walk.x, lane.walk.y);
             nFound += aAnswer[lane.nIndex].m_nResult;
-            if (nNext < aAsked.GetSize()) {
+            if (nNext < aPlace.GetSize()) {
                 takeNext(lane);
             } else {
                 lane = aLane[--nLanes];
