@@ -2,9 +2,12 @@
 #define QSV_BENCH_MEASURE_H
 
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <vector>
 
@@ -35,6 +38,29 @@ inline double Median(std::vector<double> aValue)
 {
     std::sort(aValue.begin(), aValue.end());
     return aValue[aValue.size() / 2];
+}
+
+// What a procedure returns that runs in a process of its own, so that it finds memory as a program that has just begun
+// does, and not as others left it.
+inline double InOwnProcess(const std::function<double()>& procedure)
+{
+    int aPipe[2];
+    if (pipe(aPipe) != 0) std::exit(1);
+    std::fflush(stdout);
+    const pid_t nChild = fork();
+    if (nChild == 0) {
+        const double dMeasured = procedure();
+        _exit(write(aPipe[1], &dMeasured, sizeof dMeasured) == sizeof dMeasured ? 0 : 1);
+    }
+    double dMeasured = 0.0;
+    close(aPipe[1]);
+    const bool bRead = nChild > 0 && read(aPipe[0], &dMeasured, sizeof dMeasured) == sizeof dMeasured;
+    close(aPipe[0]);
+    if (!bRead || waitpid(nChild, nullptr, 0) != nChild) {
+        std::fprintf(stderr, "a run ended early\n");
+        std::exit(1);
+    }
+    return dMeasured;
 }
 
 // Medians of several runs of each of some procedures, which take turns: what slows the machine down for a while
