@@ -54,9 +54,10 @@ std::vector<Panel> DrawProjection()
 {
     constexpr double kDegree = 0.017453292519943295, kAway = 22.0;
     CTin tin;
-    for (int i = 0; i < 13 * 13; ++i) {
-        const double x = i % 13 - 6.0, y = i / 13 - 6.0;
-        tin.AddPoint(x, y, 3.0 * std::exp(-0.08 * ((x - 1.0) * (x - 1.0) + y * y)));
+    for (int y = -6; y <= 6; ++y) {
+        for (int x = -6; x <= 6; ++x) {
+            tin.AddPoint(x, y, 3.0 * std::exp(-0.08 * ((x - 1.0) * (x - 1.0) + y * y)));
+        }
     }
     tin.CreateTin(0.0);
 
