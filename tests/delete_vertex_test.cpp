@@ -125,17 +125,6 @@ TEST(TangentFrame, TurnsTheNormalUpright)
     }
 }
 
-TEST(DelVertex, InnerVertexLeavesTwoTrianglesFewer)
-{
-    CTin tin = SquareOnPlane(0.5, 0.25, 1);
-    const CTin before = tin;
-    ASSERT_EQ(tin.DelVertex(4), 1);
-    EXPECT_TRUE(HasLostOnly(tin, before, 4));
-    EXPECT_EQ(tin.GetTriSize(), 2);
-    EXPECT_TRUE(IsSound(tin));
-    EXPECT_EQ(tin.CalAllAreaXY(), 100.0);
-}
-
 // Whether the hole at a corner can be filled depends on how the opposite edges turn.
 TEST(DelVertex, CornerIsFilledOnlyWhereTheRingTurnsLeft)
 {
@@ -174,12 +163,9 @@ TEST(DelVertex, IndicesFollow)
 // One after the other, in random order, down to the last triangle. While inner vertices go, the area stays.
 TEST(DelVertex, EveryVertexOfATerrain)
 {
-    const struct {
-        const char* szWhat;
-        Sites aSite;
-    } aCase[] = {{"random", RandomSites(150, 11)},
-                 {"grid", GridSites(9, 9, 10.0)},
-                 {"turned grid, far away", GridSites(9, 9, 10.0, 0.3, 21530180.0, 6782553.0)}};
+    const NamedSites aCase[] = {{"random", RandomSites(150, 11)},
+                                {"grid", GridSites(9, 9, 10.0)},
+                                {"turned grid, far away", GridSites(9, 9, 10.0, 0.3, 21530180.0, 6782553.0)}};
     for (const auto& c : aCase) {
         SCOPED_TRACE(c.szWhat);
         CTin tin = Built(c.aSite);
@@ -275,19 +261,6 @@ TEST(DelVertex, UnusedVertexAndNoVertex)
         EXPECT_EQ(tin.DelVertex(nVt), 1);
         EXPECT_EQ(Dump(tin), strExpected) << nVt;
     }
-}
-
-TEST(DelVertex, LastTriangleTakesEverythingAlong)
-{
-    CTin tin = Built({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {5, 5, 0}, {6, 7, 0}});
-    tin.m_aTri.SetSize(1);
-    tin.UpdateTopology();
-    tin.UpdateNormal();
-    tin.SetEPS(0.5);
-    EXPECT_EQ(tin.DelVertex(tin.m_aTri[0].m_nVertex[0]), 1);
-    EXPECT_EQ(tin.GetPointSize(), 0);
-    EXPECT_EQ(tin.m_dEPS, 1e-6);
-    EXPECT_EQ(tin.m_aTriNormal.GetSize(), 1) << "normals stay when the object is emptied";
 }
 
 TEST(DelVertex, SameAsPlain)

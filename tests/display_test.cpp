@@ -10,7 +10,6 @@
 
 #include "reference/plain_tin.h"
 #include "support/fixtures.h"
-#include "tin/internal/box_tree.h"
 #include "tin/internal/lines.h"
 #include "tin/internal/occlusion.h"
 
@@ -20,12 +19,7 @@ const double kNan = std::numeric_limits<double>::quiet_NaN();
 
 void ExpectList(const CArray<int>& aList, std::initializer_list<int> aWanted)
 {
-    ASSERT_EQ(aList.GetSize(), static_cast<int>(aWanted.size()));
-    int i = 0;
-    for (const int n : aWanted) {
-        EXPECT_EQ(aList[i], n) << "at " << i;
-        ++i;
-    }
+    EXPECT_EQ(ToVector(aList), std::vector<int>(aWanted));
 }
 
 // Three triangles side by side, each level: at heights 5, 1 and 3.
@@ -88,13 +82,6 @@ TEST(PaintingOrder, PutsAHigherSurfaceOnTop)
     EXPECT_EQ(tin.InterpolateForDepth(6.0, 86.0, z, nTri), 1);
     EXPECT_EQ(nTri, 0);
     EXPECT_NEAR(z, 0.3 * 86.0, 1e-12);
-}
-
-TEST(PaintingOrder, LeavesALevelSurfaceAlone)
-{
-    CTin tin = SquareOnPlane(0.0, 0.0, 4.0);
-    tin.UpdateDepth2();
-    ExpectList(tin.m_aDepthOrder, {0, 1, 2, 3});
 }
 
 TEST(SortList, GoesByTheChosenKey)
@@ -209,47 +196,13 @@ TEST(Occlusion, PlanesHaveAnUpperSideWhicheverWayTheyTurn)
     EXPECT_TRUE(qsv::IsBelowPlane(mesh, 0, 2));
 }
 
-TEST(Occlusion, HidesByACrossingAboveOrByContainment)
-{
-    // 0: a large one at height 0. 1: across its lower edge, at 1. 2: inside it, at -1. 3: beside it.
-    // 4: as 1, but hung from a corner of 0, whose edges it crosses nowhere else.
-    CTin tin = Assembled({{0, 0, 0},
-                          {20, 0, 0},
-                          {0, 20, 0},
-                          {5, -5, 1},
-                          {6, -5, 1},
-                          {5, 5, 1},
-                          {2, 2, -1},
-                          {3, 2, -1},
-                          {2, 3, -1},
-                          {30, 0, 0},
-                          {31, 0, 0},
-                          {30, 1, 0},
-                          {1, -5, 9},
-                          {-1, -5, 9}},
-                         {{0, 1, 2}, {3, 4, 5}, {6, 7, 8}, {9, 10, 11}, {0, 13, 12}});
-    const qsv::Mesh mesh = MeshOf(tin);
-    const struct {
-        const char* szWhat;
-        int nUpper, nLower;
-        bool bHides;
-    } aCase[] = {{"crosses above", 1, 0, true}, {"crosses below", 0, 1, false},
-                 {"inside, lower", 2, 0, true}, {"holds the other", 0, 2, true},
-                 {"beside", 0, 3, false},       {"touches at a shared corner only", 4, 0, false}};
-    for (const auto& c : aCase) {
-        SCOPED_TRACE(c.szWhat);
-        EXPECT_EQ(qsv::Obscures(mesh, c.nUpper, c.nLower), c.bHides);
-    }
-}
-
 // --- the refined order against the plain procedure
 
 plain::Tin PlainCopy(CTin& tin)
 {
     plain::Tin copy;
-    copy.SetEPS(tin.m_dEPS);
     for (int v = 0; v < tin.GetPointSize(); ++v) {
-        copy.AddPoint2(tin.m_aVertex[v].x, tin.m_aVertex[v].y, tin.m_aVertex[v].z);
+        copy.vertex.push_back({tin.m_aVertex[v].x, tin.m_aVertex[v].y, tin.m_aVertex[v].z});
     }
     for (int t = 0; t < tin.GetTriSize(); ++t) {
         const int(&nVt)[3] = tin.m_aTri[t].m_nVertex;
@@ -263,11 +216,7 @@ void ExpectPlainOrder(CTin& tin)
     tin.UpdateDepth2();
     plain::Tin reference = PlainCopy(tin);
     reference.UpdateDepth2();
-    ASSERT_EQ(tin.m_aDepthOrder.GetSize(), reference.depthOrder.Size());
-    for (int i = 0; i < tin.m_aDepthOrder.GetSize(); ++i) {
-        ASSERT_EQ(tin.m_aDepthOrder[i], reference.depthOrder[i])
-            << "position " << i << " of " << tin.GetTriSize();
-    }
+    ASSERT_EQ(ToVector(tin.m_aDepthOrder), reference.depthOrder);
 }
 
 // Loose triangles all over the place, of sizes that differ by a factor of a hundred; with dSnap above 0 their
@@ -293,8 +242,30 @@ CTin Heap(int nTriangles, std::uint64_t nSeed, double dSnap)
     return Assembled(aSite, aCorner);
 }
 
+TEST(Occlusion, OfEveryPairIsThatOfThePlainProcedure)
+{
+    int nHidden = 0;
+    for (std::uint64_t nSeed = 0; nSeed < 10; ++nSeed) {
+        CTin tin = Heap(60, nSeed, 0.5 * static_cast<double>(nSeed % 3));
+        const qsv::Mesh mesh = MeshOf(tin);
+        const plain::Tin reference = PlainCopy(tin);
+        for (int nPair = 0; nPair < 60 * 60; ++nPair) {
+            const int p = nPair / 60, q = nPair % 60;
+            ASSERT_EQ(qsv::IsAbovePlane(mesh, p, q), reference.IsAbobe(p, q) != 0) << p << " " << q;
+            ASSERT_EQ(qsv::IsBelowPlane(mesh, p, q), reference.IsBelow(p, q) != 0) << p << " " << q;
+            ASSERT_EQ(qsv::Obscures(mesh, p, q), reference.Obscures(p, q) != 0) << p << " " << q;
+            nHidden += reference.Obscures(p, q);
+        }
+    }
+    EXPECT_GT(nHidden, 1000);
+}
+
 TEST(PaintingOrder, RefinedAsByThePlainProcedure)
 {
+    CTin many = Heap(700, 1, 0.0);   // boxes on several levels
+    many.m_aVertex[30].x = many.m_aVertex[60].y = kNan;
+    many.m_aVertex[90].x = -HUGE_VAL;
+    ExpectPlainOrder(many);
     for (std::uint64_t nSeed = 1; nSeed <= 60; ++nSeed) {
         SCOPED_TRACE(testing::Message() << "seed " << nSeed);
         const int nTriangles = 3 + static_cast<int>(nSeed) * 2;
@@ -349,42 +320,9 @@ TEST(PaintingOrder, DoesNotCountRingsToTheEnd)
     const auto start = std::chrono::steady_clock::now();
     tin.UpdateDepth2();
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
-    std::vector<int> aSeen(static_cast<size_t>(tin.GetTriSize()));
-    for (int i = 0; i < tin.m_aDepthOrder.GetSize(); ++i) {
-        ++aSeen[static_cast<size_t>(tin.m_aDepthOrder[i])];
-    }
-    EXPECT_EQ(std::count(aSeen.begin(), aSeen.end(), 1), tin.GetTriSize());
-}
-
-// Boxes from points to half the area, some of them unbounded or nowhere.
-TEST(BoxTree, FindsWhatAScanFinds)
-{
-    const double dInf = std::numeric_limits<double>::infinity();
-    Dice dice(5);
-    for (const int n : {0, 1, 2, 8, 9, 64, 65, 700}) {
-        CArray<qsv::PlanBox> aBox;
-        for (int i = 0; i < n; ++i) {
-            const double x = dice.Uniform(0, 100), y = dice.Uniform(0, 100),
-                         d = std::exp(dice.Uniform(-5, 4));
-            aBox.Add({std::floor(x), std::floor(x) + std::floor(d), y, y + d});
-            if (dice.Below(20) == 0) {
-                aBox[i].dMaxX = dice.Below(2) == 0 ? dInf : kNan;
-                aBox[i].dMinX = dice.Below(2) == 0 ? -dInf : x;
-            }
-        }
-        const qsv::BoxTree tree(aBox);
-        for (int i = 0; i < n; ++i) {
-            std::vector<int> aFound, aWanted;
-            tree.ForEachTouching(aBox[i], [&](int k) { aFound.push_back(k); });
-            for (int k = 0; k < n; ++k) {
-                if (qsv::Touches(aBox[i], aBox[k])) {
-                    aWanted.push_back(k);
-                }
-            }
-            std::sort(aFound.begin(), aFound.end());
-            ASSERT_EQ(aFound, aWanted) << "box " << i << " of " << n;
-        }
-    }
+    std::vector<int> aSeen = ToVector(tin.m_aDepthOrder);
+    std::sort(aSeen.begin(), aSeen.end());
+    EXPECT_EQ(std::unique(aSeen.begin(), aSeen.end()) - aSeen.begin(), tin.GetTriSize());
 }
 
 // --- shading

@@ -2,51 +2,21 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <cstdio>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <limits>
-#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "support/fixtures.h"
+#include "support/mesh_oracle.h"
+#include "support/scratch_folder.h"
 
 namespace {
 
-using Bytes = std::vector<unsigned char>;
+using Bytes = std::string;
 using Tins = CArray<CTin, CTin&>;
-
-// A path for one test run, and whatever stands there is removed afterwards.
-class TempPath
-{
-public:
-    TempPath() : m_str(testing::TempDir() + "qsv_" + std::to_string(std::random_device{}()) + ".bin") {}
-    ~TempPath() { std::remove(m_str.c_str()); }
-    CString Name() const { return m_str.c_str(); }
-
-    void Put(const Bytes& aByte) const
-    {
-        std::ofstream file(m_str, std::ios::binary | std::ios::trunc);
-        file.write(reinterpret_cast<const char*>(aByte.data()), static_cast<std::streamsize>(aByte.size()));
-    }
-    Bytes Get() const
-    {
-        std::ifstream file(m_str, std::ios::binary);
-        return Bytes(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-    }
-
-private:
-    std::string m_str;
-};
-
-Bytes operator+(Bytes a, const Bytes& b)
-{
-    a.insert(a.end(), b.begin(), b.end());
-    return a;
-}
 
 // "03 00 f0 3f" as bytes.
 Bytes Hex(const std::string& strHex)
@@ -54,14 +24,13 @@ Bytes Hex(const std::string& strHex)
     Bytes aByte;
     std::istringstream stream(strHex);
     for (std::string strByte; stream >> strByte;) {
-        aByte.push_back(static_cast<unsigned char>(std::stoi(strByte, nullptr, 16)));
+        aByte.push_back(static_cast<char>(std::stoi(strByte, nullptr, 16)));
     }
     return aByte;
 }
 
-Bytes Text(const std::string& str, size_t nField)
+Bytes Text(Bytes aByte, size_t nField)
 {
-    Bytes aByte(str.begin(), str.end());
     aByte.resize(nField);
     return aByte;
 }
@@ -69,8 +38,8 @@ Bytes Text(const std::string& str, size_t nField)
 Bytes Int(int n)
 {
     const unsigned u = static_cast<unsigned>(n);
-    return {static_cast<unsigned char>(u), static_cast<unsigned char>(u >> 8),
-            static_cast<unsigned char>(u >> 16), static_cast<unsigned char>(u >> 24)};
+    return {static_cast<char>(u), static_cast<char>(u >> 8), static_cast<char>(u >> 16),
+            static_cast<char>(u >> 24)};
 }
 
 // The worked example of docs/file_formats.md: one triangle with its outline.
@@ -95,7 +64,7 @@ const Bytes kMeshBytes = Hex("03 00 00 00"
                              " 00 00 00 00 01 00 00 00 02 00 00 00 ff ff ff ff ff ff ff ff ff ff ff ff"
                              " 03 00 00 00"
                              " 00 00 00 00 01 00 00 00 02 00 00 00");
-const Bytes kReservedBytes(24);
+const Bytes kReservedBytes(24, '\0');
 const Bytes kTextureBytes =
     Hex("03 00 00 00 00 00 00 00 00 00 00 00 00 00 80 3f 00 00 00 00 00 00 00 00 00 00 00 3f");
 
@@ -114,64 +83,62 @@ Bytes ExampleFile(int nVersion)
     }
 }
 
-int Write(int nVersion, const CString& strPath, Tins& aTin)
+// One file, written and read in one of the three forms.
+class TinFile : public ScratchFolder
 {
-    return nVersion == 0   ? aTin[0].WriteBIN_VER0(strPath)
-           : nVersion == 1 ? CTin::WriteBIN_VER1(strPath, aTin)
-                           : CTin::WriteBIN_VER2(strPath, aTin);
-}
+protected:
+    void Put(const Bytes& aByte) const { ScratchFolder::Put("tin", aByte); }
+    Bytes Get() const { return ScratchFolder::Get("tin"); }
+    CString Name() const { return Path("tin").c_str(); }
 
-int Read(int nVersion, const CString& strPath, Tins& aTin)
-{
-    if (nVersion == 0) {
-        aTin.SetSize(1);
-        return aTin[0].ReadBIN_VER0(strPath);
+    static int Write(int nVersion, const CString& strPath, Tins& aTin)
+    {
+        return nVersion == 0   ? aTin[0].WriteBIN_VER0(strPath)
+               : nVersion == 1 ? CTin::WriteBIN_VER1(strPath, aTin)
+                               : CTin::WriteBIN_VER2(strPath, aTin);
     }
-    return nVersion == 1 ? CTin::ReadBIN_VER1(strPath, aTin) : CTin::ReadBIN_VER2(strPath, aTin);
-}
-
-bool SameBits(double a, double b)
-{
-    return std::memcmp(&a, &b, sizeof a) == 0;
-}
-
-void ExpectSameMesh(const CTin& tin, const CTin& wanted)
-{
-    ASSERT_EQ(tin.m_aVertex.GetSize(), wanted.m_aVertex.GetSize());
-    for (int v = 0; v < tin.m_aVertex.GetSize(); ++v) {
-        const CXYZ &a = tin.m_aVertex[v], &b = wanted.m_aVertex[v];
-        ASSERT_TRUE(SameBits(a.x, b.x) && SameBits(a.y, b.y) && SameBits(a.z, b.z)) << "vertex " << v;
-    }
-    ASSERT_EQ(tin.m_aTri.GetSize(), wanted.m_aTri.GetSize());
-    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
-        for (int k = 0; k < 3; ++k) {
-            ASSERT_EQ(tin.m_aTri[t].m_nVertex[k], wanted.m_aTri[t].m_nVertex[k]) << "triangle " << t;
-            ASSERT_EQ(tin.m_aTri[t].m_nNeighbor[k], wanted.m_aTri[t].m_nNeighbor[k]) << "triangle " << t;
+    static int Read(int nVersion, const CString& strPath, Tins& aTin)
+    {
+        if (nVersion == 0) {
+            aTin.SetSize(1);
+            return aTin[0].ReadBIN_VER0(strPath);
         }
-        ASSERT_EQ(tin.m_aTri[t].m_bSelect, 0);
+        return nVersion == 1 ? CTin::ReadBIN_VER1(strPath, aTin) : CTin::ReadBIN_VER2(strPath, aTin);
     }
-    ASSERT_EQ(tin.m_aBoundary.GetSize(), wanted.m_aBoundary.GetSize());
-    for (int i = 0; i < tin.m_aBoundary.GetSize(); ++i) {
-        ASSERT_EQ(tin.m_aBoundary[i], wanted.m_aBoundary[i]);
+};
+
+// Files hold neither a selection nor breaklines.
+void ExpectSameMesh(const CTin& tin, CTin wanted)
+{
+    for (int t = 0; t < wanted.GetTriSize(); ++t) {
+        wanted.m_aTri[t].m_bSelect = 0;
     }
-    EXPECT_EQ(tin.m_aBreakLine.GetSize(), 0);
+    wanted.m_aBreakLine.RemoveAll();
+    ASSERT_EQ(Dump(tin), Dump(wanted));
+    for (int v = 0; v < wanted.GetPointSize(); ++v) {
+        ASSERT_EQ(std::memcmp(&tin.m_aVertex[v].x, &wanted.m_aVertex[v].x, 3 * sizeof(double)), 0) << v;
+    }
 }
 
-TEST(FileBytes, AreAsTheExampleShows)
+using FileBytes = TinFile;
+using RoundTrip = TinFile;
+using DamagedFile = TinFile;
+using MissingFile = TinFile;
+
+TEST_F(FileBytes, AreAsTheExampleShows)
 {
     Tins aTin;
     CTin example = Example();
     aTin.Add(example);
     for (int nVersion = 0; nVersion <= 2; ++nVersion) {
         SCOPED_TRACE(nVersion);
-        TempPath path;
-        EXPECT_EQ(Write(nVersion, path.Name(), aTin), 1);
-        EXPECT_EQ(path.Get(), ExampleFile(nVersion));
+        EXPECT_EQ(Write(nVersion, Name(), aTin), 1);
+        EXPECT_EQ(Get(), ExampleFile(nVersion));
     }
 }
 
 // The hexadecimal lines of the page, "offset | bytes | meaning", are the file that the library writes.
-TEST(FileBytes, OfTheDocumentationAreTrue)
+TEST_F(FileBytes, OfTheDocumentationAreTrue)
 {
     std::ifstream page(QSV_SOURCE_DIR "/docs/file_formats.md");
     ASSERT_TRUE(page.is_open());
@@ -187,19 +154,18 @@ TEST(FileBytes, OfTheDocumentationAreTrue)
     EXPECT_EQ(aByte, ExampleFile(0));
 }
 
-TEST(FileBytes, OfNothingAreCounts)
+TEST_F(FileBytes, OfNothingAreCounts)
 {
-    TempPath path;
     CTin empty;
-    EXPECT_EQ(empty.WriteBIN_VER0(path.Name()), 1);
-    EXPECT_EQ(path.Get(), Bytes(36));
-    EXPECT_EQ(empty.ReadBIN_VER0(path.Name()), 1);
+    EXPECT_EQ(empty.WriteBIN_VER0(Name()), 1);
+    EXPECT_EQ(Get(), Bytes(36, '\0'));
+    EXPECT_EQ(empty.ReadBIN_VER0(Name()), 1);
     for (const int nVersion : {1, 2}) {
         Tins aTin;
-        EXPECT_EQ(Write(nVersion, path.Name(), aTin), 1);
-        EXPECT_EQ(path.Get(), Header(nVersion, 0));
+        EXPECT_EQ(Write(nVersion, Name(), aTin), 1);
+        EXPECT_EQ(Get(), Header(nVersion, 0));
         aTin.SetSize(3);
-        EXPECT_EQ(Read(nVersion, path.Name(), aTin), 1);
+        EXPECT_EQ(Read(nVersion, Name(), aTin), 1);
         EXPECT_EQ(aTin.GetSize(), 0);
     }
 }
@@ -224,7 +190,7 @@ CTin Rich(int nPoints, const char* szName)
     return tin;
 }
 
-TEST(RoundTrip, KeepsEveryBit)
+TEST_F(RoundTrip, KeepsEveryBit)
 {
     Tins aWritten;
     for (const char* szName : {"first", "", "Höhe"}) {
@@ -233,10 +199,9 @@ TEST(RoundTrip, KeepsEveryBit)
     }
     for (int nVersion = 0; nVersion <= 2; ++nVersion) {
         SCOPED_TRACE(nVersion);
-        TempPath path;
-        ASSERT_EQ(Write(nVersion, path.Name(), aWritten), 1);
+        ASSERT_EQ(Write(nVersion, Name(), aWritten), 1);
         Tins aRead;
-        ASSERT_EQ(Read(nVersion, path.Name(), aRead), 1);
+        ASSERT_EQ(Read(nVersion, Name(), aRead), 1);
         ASSERT_EQ(aRead.GetSize(), nVersion == 0 ? 1 : 3);
         for (int i = 0; i < aRead.GetSize(); ++i) {
             SCOPED_TRACE(i);
@@ -259,17 +224,16 @@ TEST(RoundTrip, KeepsEveryBit)
     }
 }
 
-TEST(RoundTrip, ReadersTakeTheOlderForms)
+TEST_F(RoundTrip, ReadersTakeTheOlderForms)
 {
     const CTin wanted = Example();
     for (int nReader = 1; nReader <= 2; ++nReader) {
         for (int nVersion = 0; nVersion <= nReader; ++nVersion) {
             SCOPED_TRACE(testing::Message() << "reader " << nReader << ", form " << nVersion);
-            TempPath path;
-            path.Put(ExampleFile(nVersion));
+            Put(ExampleFile(nVersion));
             Tins aTin;
             aTin.SetSize(4);
-            ASSERT_EQ(Read(nReader, path.Name(), aTin), 1);
+            ASSERT_EQ(Read(nReader, Name(), aTin), 1);
             ASSERT_EQ(aTin.GetSize(), 1);
             ExpectSameMesh(aTin[0], wanted);
             EXPECT_EQ(aTin[0].m_strName, nVersion == 0 ? "0" : "hill");
@@ -280,7 +244,7 @@ TEST(RoundTrip, ReadersTakeTheOlderForms)
 
 // The magic ends with a zero byte; what only starts like it goes down the chain, and as a single TIN these
 // letters announce 1.6 thousand million vertices.
-TEST(RoundTrip, AMagicMustMatchToItsEnd)
+TEST_F(RoundTrip, AMagicMustMatchToItsEnd)
 {
     Bytes aLonger = ExampleFile(2);
     aLonger[8] = 'b';
@@ -289,10 +253,9 @@ TEST(RoundTrip, AMagicMustMatchToItsEnd)
         Bytes aByte;
     } aCase[] = {{2, aLonger}, {1, ExampleFile(2)}, {2, Text("tin_2.00", 64)}};
     for (const auto& c : aCase) {
-        TempPath path;
-        path.Put(c.aByte);
+        Put(c.aByte);
         Tins aTin;
-        EXPECT_EQ(Read(c.nReader, path.Name(), aTin), 0);
+        EXPECT_EQ(Read(c.nReader, Name(), aTin), 0);
         ASSERT_EQ(aTin.GetSize(), 1) << "the element the last reader was given";
         EXPECT_EQ(aTin[0].GetPointSize(), 0);
     }
@@ -345,7 +308,7 @@ TEST(Names, AreCutBetweenCharacters)
     EXPECT_EQ(NameThroughFile(strA + "12\xF0\x9F\x98\x80" + "b"), strA + "12");
     EXPECT_EQ(NameThroughFile(std::string(300, '\xA4')), std::string(255, '\xA4')) << "not UTF-8";
 
-    const Bytes aSection = Bytes(256, 'n') + Bytes(16);   // no terminator
+    const Bytes aSection = Bytes(256, 'n') + Bytes(16, '\0');   // no terminator
     CMemFile file(aSection.data(), static_cast<UINT>(aSection.size()));
     CTin tin;
     EXPECT_EQ(tin.ReadBIN_VER2_SUB(file), 1);
@@ -378,7 +341,7 @@ void ExpectMeshUpTo(const CTin& tin, int nArrived)
     EXPECT_EQ(tin.m_dEPS, 1e-6);
 }
 
-TEST(DamagedFile, CutShortAnywhereKeepsWhatArrived)
+TEST_F(DamagedFile, CutShortAnywhereKeepsWhatArrived)
 {
     const int aMeshAt[] = {0, 36 + 256 + 4, 36 + 256};
     CTin before = Rich(10, "before");
@@ -386,11 +349,10 @@ TEST(DamagedFile, CutShortAnywhereKeepsWhatArrived)
         const Bytes aWhole = ExampleFile(nVersion);
         for (int n = 0; n < static_cast<int>(aWhole.size()); ++n) {
             SCOPED_TRACE(testing::Message() << "form " << nVersion << " cut to " << n << " bytes");
-            TempPath path;
-            path.Put(Bytes(aWhole.begin(), aWhole.begin() + n));
+            Put(aWhole.substr(0, static_cast<size_t>(n)));
             Tins aTin;
             aTin.Add(before);
-            EXPECT_EQ(Read(nVersion, path.Name(), aTin), 0);
+            EXPECT_EQ(Read(nVersion, Name(), aTin), 0);
             ASSERT_EQ(aTin.GetSize(), nVersion == 0 || n >= 36 ? 1 : 0);
             if (aTin.GetSize() == 1) {
                 ExpectMeshUpTo(aTin[0], n - aMeshAt[nVersion]);
@@ -400,7 +362,7 @@ TEST(DamagedFile, CutShortAnywhereKeepsWhatArrived)
     }
 }
 
-TEST(DamagedFile, KeepsTexturesAndTinsThatArrived)
+TEST_F(DamagedFile, KeepsTexturesAndTinsThatArrived)
 {
     // Two TINs; the second ends within the texture coordinates, after tu of vertex 1.
     Bytes aByte = Header(2, 3);
@@ -408,10 +370,9 @@ TEST(DamagedFile, KeepsTexturesAndTinsThatArrived)
         aByte = aByte + Text("hill", 256) + kMeshBytes + kTextureBytes;
     }
     aByte.resize(aByte.size() - 11);
-    TempPath path;
-    path.Put(aByte);
+    Put(aByte);
     Tins aTin;
-    EXPECT_EQ(CTin::ReadBIN_VER2(path.Name(), aTin), 0);
+    EXPECT_EQ(CTin::ReadBIN_VER2(Name(), aTin), 0);
     ASSERT_EQ(aTin.GetSize(), 3);
     ExpectSameMesh(aTin[0], Example());
     EXPECT_EQ(aTin[0].m_aDepthOrder.GetSize(), 1);
@@ -424,7 +385,7 @@ TEST(DamagedFile, KeepsTexturesAndTinsThatArrived)
 
 // Counts replaced in a whole file. Unless such a count were refused before room is made for it, these would ask
 // for up to 100 GB.
-TEST(DamagedFile, CountsThatCannotBeAreRefused)
+TEST_F(DamagedFile, CountsThatCannotBeAreRefused)
 {
     const int aMeshAt[] = {0, 36 + 256 + 4, 36 + 256};
     for (int nVersion = 0; nVersion <= 2; ++nVersion) {
@@ -440,12 +401,10 @@ TEST(DamagedFile, CountsThatCannotBeAreRefused)
                 SCOPED_TRACE(testing::Message()
                              << "form " << nVersion << ", " << nCount << " at byte " << nAt);
                 Bytes aByte = ExampleFile(nVersion);
-                const Bytes aCount = Int(nCount);
-                std::copy(aCount.begin(), aCount.end(), aByte.begin() + nAt);
-                TempPath path;
-                path.Put(aByte);
+                aByte.replace(static_cast<size_t>(nAt), 4, Int(nCount));
+                Put(aByte);
                 Tins aTin;
-                EXPECT_EQ(Read(nVersion, path.Name(), aTin), 0);
+                EXPECT_EQ(Read(nVersion, Name(), aTin), 0);
                 ASSERT_EQ(aTin.GetSize(), nAt == 32 && nVersion > 0 ? 0 : 1);
                 if (aTin.GetSize() == 1) {
                     EXPECT_EQ(aTin[0].GetPointSize(), nAt == aMeshAt[nVersion] ? 0 : 3);
@@ -456,7 +415,7 @@ TEST(DamagedFile, CountsThatCannotBeAreRefused)
     }
 }
 
-TEST(DamagedFile, TextureCoordinatesForMoreVerticesThanThereAreAreRefused)
+TEST_F(DamagedFile, TextureCoordinatesForMoreVerticesThanThereAreAreRefused)
 {
     for (const int nCount : {0, 2, 3, 4, -1}) {
         SCOPED_TRACE(nCount);
@@ -485,7 +444,7 @@ private:
     CMemFile m_memory;
 };
 
-TEST(DamagedFile, SectionOfUnknownLengthGrowsWithWhatArrives)
+TEST_F(DamagedFile, SectionOfUnknownLengthGrowsWithWhatArrives)
 {
     const int nMillion = 1000001;
     for (const int nCount : {INT_MAX, 2 * nMillion}) {
@@ -495,14 +454,14 @@ TEST(DamagedFile, SectionOfUnknownLengthGrowsWithWhatArrives)
         EXPECT_EQ(tin.ReadBIN_VER2_SUB(file), 0);
         EXPECT_EQ(tin.GetPointSize(), 5);
     }
-    OnlyReads whole(Text("", 256) + Int(nMillion) + Bytes(24u * nMillion, 0x3f) + Bytes(12));
+    OnlyReads whole(Text("", 256) + Int(nMillion) + Bytes(24u * nMillion, 0x3f) + Bytes(12, '\0'));
     CTin tin;
     EXPECT_EQ(tin.ReadBIN_VER2_SUB(whole), 1);
     EXPECT_EQ(tin.GetPointSize(), nMillion);
     EXPECT_GT(tin.m_aVertex[nMillion - 1].z, 0.0);
 }
 
-TEST(MissingFile, EmptiesWhatShouldHoldIt)
+TEST_F(MissingFile, EmptiesWhatShouldHoldIt)
 {
     const CString strNowhere("/nowhere/at all/tin.bin");
     Tins aTin;

@@ -23,14 +23,14 @@ CGrid3DSphere Sphere(double dRadius, double dStepH, double dStepV, double dChord
     return sphere;
 }
 
-Sites PointsOf(const CPolyline& line)
+std::vector<CXYZ> PointsOf(const CPolyline& line)
 {
-    Sites aSite;
+    std::vector<CXYZ> aPt;
     for (int i = 0; i < line.GetVertexSize(); ++i) {
         const CVertex* const p = line.GetVertex(static_cast<unsigned>(i));
-        aSite.push_back({p->x, p->y, p->z});
+        aPt.emplace_back(p->x, p->y, p->z);
     }
-    return aSite;
+    return aPt;
 }
 
 std::vector<double> AnglesOf(const CGrid3DSphere& sphere, GRID_LINE eKind)
@@ -84,9 +84,9 @@ void ExpectAt(const CXYZ& pt, double x, double y, double z, double dTolerance)
     EXPECT_NEAR(pt.z, z, dTolerance);
 }
 
-double DistanceToChord(const CXYZ& p, const Site& from, const Site& to)
+double DistanceToChord(const CXYZ& p, const CXYZ& a, const CXYZ& b)
 {
-    const CXYZ a(from.x, from.y, from.z), ab = CXYZ(to.x, to.y, to.z) - a, ap = p - a;
+    const CXYZ ab = b - a, ap = p - a;
     const double t = std::fmin(1.0, std::fmax(0.0, ap.Inn(ab) / ab.Inn(ab)));
     return (ap - CXYZ(ab.x * t, ab.y * t, ab.z * t)).Len();
 }
@@ -268,12 +268,12 @@ TEST(GridSphere, LinesRunWhereAnglesSay)
         SCOPED_TRACE(dH);
         const CPolyline& line = LineAt(sphere, GRID_LINE_H, dH);
         EXPECT_EQ(line.IsClose(), 0);
-        const Sites aPt = PointsOf(line);
-        ExpectAt(CXYZ(aPt.front().x, aPt.front().y, aPt.front().z), 100.0, 200.0, 40.0, 0.0);   // exactly
-        ExpectAt(CXYZ(aPt.back().x, aPt.back().y, aPt.back().z), 100.0, 200.0, 60.0, 0.0);
+        const std::vector<CXYZ> aPt = PointsOf(line);
+        ExpectAt(aPt.front(), 100.0, 200.0, 40.0, 0.0);   // exactly
+        ExpectAt(aPt.back(), 100.0, 200.0, 60.0, 0.0);
         for (std::size_t i = 1; i + 1 < aPt.size(); ++i) {
             double dPtH, dPtV;
-            ASSERT_EQ(sphere.GetVH(CXYZ(aPt[i].x, aPt[i].y, aPt[i].z), dPtV, dPtH), 1);
+            ASSERT_EQ(sphere.GetVH(aPt[i], dPtV, dPtH), 1);
             EXPECT_NEAR(CCalcXYZHV::AngleSigned(dPtH - dH), 0.0, 1e-11);
             EXPECT_GT(aPt[i].z, aPt[i - 1].z) << "upwards";
         }
@@ -281,17 +281,16 @@ TEST(GridSphere, LinesRunWhereAnglesSay)
     // 30 degrees up: a circle of radius 10 cos 30, 5 above the station, from north over east.
     const CPolyline& circle = LineAt(sphere, GRID_LINE_V, 30.0);
     EXPECT_NE(circle.IsClose(), 0);
-    const Sites aPt = PointsOf(circle);
+    const std::vector<CXYZ> aPt = PointsOf(circle);
     const double dRadius = 5.0 * std::sqrt(3.0);
     ASSERT_EQ(aPt.size() % 4, 0u);
     const std::size_t nQuarter = aPt.size() / 4;
     const double aCorner[][2] = {{0, dRadius}, {dRadius, 0}, {0, -dRadius}, {-dRadius, 0}};
     for (std::size_t q = 0; q < 4; ++q) {
-        const Site& p = aPt[q * nQuarter];
-        ExpectAt(CXYZ(p.x, p.y, p.z), 100.0 + aCorner[q][0], 200.0 + aCorner[q][1], 55.0, 1e-13);
+        ExpectAt(aPt[q * nQuarter], 100.0 + aCorner[q][0], 200.0 + aCorner[q][1], 55.0, 1e-13);
     }
     for (std::size_t i = 0; i < aPt.size(); ++i) {   // evenly spaced, the gap at the seam like any other
-        const Site &p = aPt[i], &next = aPt[(i + 1) % aPt.size()];
+        const CXYZ &p = aPt[i], &next = aPt[(i + 1) % aPt.size()];
         EXPECT_NEAR(std::hypot(next.x - p.x, next.y - p.y),
                     2.0 * dRadius * std::sin(3.14159265358979 / double(aPt.size())), 1e-12);
     }
@@ -312,10 +311,10 @@ TEST(GridSphere, ChordsStayWithinTheirErrorWithoutWaste)
                     CCalcXYZHV::SinCos(line.m_dAngle, s, c);
                 }
                 const double dCircle = dRadius * c;
-                const Sites aPt = PointsOf(line.m_line);
+                const std::vector<CXYZ> aPt = PointsOf(line.m_line);
                 const std::size_t nChords = aPt.size() - (line.m_line.IsClose() != 0 ? 0 : 1);
                 for (std::size_t k = 0; k < nChords; ++k) {
-                    const Site &a = aPt[k], &b = aPt[(k + 1) % aPt.size()];
+                    const CXYZ &a = aPt[k], &b = aPt[(k + 1) % aPt.size()];
                     const CXYZ centre(100.0, 200.0, line.m_eKind == GRID_LINE_V ? a.z : 50.0);
                     const CXYZ middle((a.x + b.x) / 2, (a.y + b.y) / 2, (a.z + b.z) / 2);
                     ASSERT_LE(dCircle - middle.Len(centre), dError + dRounding);
@@ -342,7 +341,7 @@ TEST(GridSphere, DividesAnyAnglePolylineFinelyEnough)
         CPolyline divided, chords;
         ASSERT_EQ(sphere.DevidePolyHV(LineThrough({{h, v, 0}, {h + dTurnH, v + dTurnV, 0}}), divided), 1);
         ASSERT_EQ(sphere.CalcPolyHV2XYZ(divided, chords), 1);
-        const Sites aPt = PointsOf(chords);
+        const std::vector<CXYZ> aPt = PointsOf(chords);
         const int nPieces = static_cast<int>(aPt.size()) - 1;
         for (int k = 0; k < nPieces; ++k) {
             for (const double dPart : {0.25, 0.5, 0.75}) {
@@ -386,7 +385,7 @@ TEST(GridSphere, SegmentsTakeTheShortWayOverTheSeam)
         CPolyline poly = LineThrough(c.aFrom, c.bClose);
         ASSERT_EQ(coarse.DevidePolyHV(poly, poly), 1) << "in place";
         EXPECT_EQ(poly.IsClose() != 0, c.bClose);
-        const Sites aPt = PointsOf(poly);
+        const std::vector<CXYZ> aPt = PointsOf(poly);
         ASSERT_EQ(aPt.size(), c.aTo.size());
         for (std::size_t i = 0; i < aPt.size(); ++i) {
             EXPECT_EQ(aPt[i].x, c.aTo[i].x) << i;

@@ -85,38 +85,6 @@ TEST(Surface, FindsEveryPlaceOfANotchedTerrainWithOrWithoutWalls)
     }
 }
 
-// Thin triangles of all directions around a centre: the tree finds what a look at every box finds.
-TEST(BoxTree, FindsWhatALookAtEveryBoxFinds)
-{
-    std::mt19937 random(4);
-    std::uniform_real_distribution<double> place(0.0, 100.0), size(0.0, 8.0);
-    std::vector<Box> boxes;
-    for (int i = 0; i < 500; ++i) {
-        const double x = place(random), y = place(random);
-        boxes.push_back({x, x + (i % 10 == 0 ? 90.0 : size(random)), y, y + size(random)});
-    }
-    const BoxTree tree(boxes);
-    for (int i = 0; i < 500; ++i) {
-        const double x = place(random), y = place(random);
-        std::vector<int> found, expected;
-        tree.VisitAt(x, y, [&](int box) {
-            if (boxes[static_cast<std::size_t>(box)].Holds(x, y)) found.push_back(box);
-        });
-        std::sort(found.begin(), found.end());
-        int nearest = 0;
-        const auto distance = [&](int box) {
-            return boxes[static_cast<std::size_t>(box)].SquaredDistance(x, y);
-        };
-        for (int box = 0; box < 500; ++box) {
-            if (boxes[static_cast<std::size_t>(box)].Holds(x, y)) expected.push_back(box);
-            if (distance(box) < distance(nearest)) nearest = box;
-        }
-        ASSERT_EQ(found, expected);
-        ASSERT_EQ(tree.FindNearest(x, y, distance), nearest);
-    }
-    EXPECT_EQ(BoxTree({}).FindNearest(0.0, 0.0, [](int) { return 0.0; }), -1);
-}
-
 class Height : public ProgramTest
 {
 protected:

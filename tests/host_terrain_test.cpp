@@ -1,4 +1,3 @@
-#include "host/failure.h"
 #include "host/report/build_report.h"
 #include "host/terrain/edge_chains.h"
 #include "host/terrain/local_origin.h"
@@ -124,19 +123,6 @@ TEST(Prepare, MergesPointsAndTidiesBreaklines)
     EXPECT_EQ(prepared.conflicts[0].heightKept, 2.0);
     EXPECT_EQ(prepared.conflicts[0].heightDropped, 2.5);
     EXPECT_EQ(prepared.conflicts[1].dropped.file, "lines.txt");
-}
-
-TEST(Prepare, NeedsASurface)
-{
-    const std::vector<Position> aPoints[] = {
-        {{1, 1, 1}},
-        {{0, 0, 0}, {1, 1, 1}, {0, 0, 5}, {1, 1, 1}},
-        {{0, 0, 0}, {1, 2, 0}, {2, 4, 0}, {50, 100, 3}},
-        {{0, 0, 0}, {1000, 1000, 0}, {500, 500 + 1e-6, 0}},
-    };
-    for (const auto& points : aPoints) {
-        EXPECT_THROW(PrepareSurvey(Survey(points), 1e-6), Failure);
-    }
 }
 
 // Compared with every pair tested by exact integer arithmetic.

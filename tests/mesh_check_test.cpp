@@ -149,16 +149,6 @@ TEST(MeshCheck, CountsAllAndKeepsTheFirst)
     EXPECT_EQ(FindMeshFaults(CTin(), aFault, 9), 0);
 }
 
-TEST(MeshCheck, FindsNothingInWhatTheLibraryBuilds)
-{
-    for (std::uint64_t nSeed = 0; nSeed < 10; ++nSeed) {
-        CTin tin = Built(ClusteredSites(500, nSeed));
-        tin.UpdateNormal();
-        tin.UpdateDepth();
-        EXPECT_EQ(FaultsOf(tin), std::vector<Fault>()) << nSeed;
-    }
-}
-
 TEST(MeshCheck, EveryKindHasItsOwnWords)
 {
     std::set<std::string> aText;

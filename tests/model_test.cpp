@@ -303,13 +303,10 @@ TEST(Input, AddsManyPointsAsAddPointDoesOneByOne)
             aHard.push_back({dice.Below(5) - 2.0, -d * dice.Below(2) + 0.125 * dice.Below(5), 1.0 * i});
         }
     }
-    const struct {
-        const char* szWhat;
-        Sites aSite;
-    } aCase[] = {{"random", RandomSites(1500, 1)},
-                 {"clustered", ClusteredSites(1500, 2)},
-                 {"a grid, row by row, and again in another order", GridSites(40, 20, 0.25)},
-                 {"hard", Shuffled(aHard, 4)}};
+    const NamedSites aCase[] = {{"random", RandomSites(1500, 1)},
+                                {"clustered", ClusteredSites(1500, 2)},
+                                {"a grid, row by row, and again in another order", GridSites(40, 20, 0.25)},
+                                {"hard", Shuffled(aHard, 4)}};
     for (const auto& c : aCase) {
         Sites aTwice = c.aSite;
         const Sites aAgain = Shuffled(c.aSite, 3);

@@ -469,14 +469,7 @@ TEST(Normal, MeanLeansToTheVertical)
 TEST(DanglingIndices, ReadAsTheZeroRecordInQueries)
 {
     CTin tin = Assembled({{2, 0, 3}, {0, 2, 3}}, {});
-    CTriangle tri;
-    tri.m_nVertex[0] = 1000000;   // (0, 0, 0)
-    tri.m_nVertex[1] = 0;
-    tri.m_nVertex[2] = 1;
-    tri.m_nNeighbor[0] = 5;
-    tri.m_nNeighbor[1] = -7;
-    tri.m_nNeighbor[2] = 1000000;
-    tin.m_aTri.Add(tri);
+    tin.m_aTri.Add({{1000000, 0, 1}, {5, -7, 1000000}, 0});   // the first corner is (0, 0, 0)
     EXPECT_EQ(tin.PtInTri(0, 0.5, 0.5), 1);
     EXPECT_EQ(tin.PtInTinIncludeBack(0.5, 0.5), 1);
     double z = 0.0;

@@ -17,12 +17,7 @@ CTin Linked(const Links& aVertex)
 {
     CTin tin;
     for (const std::vector<int>& v : aVertex) {
-        CTriangle tri;
-        for (int k = 0; k < 3; ++k) {
-            tri.m_nVertex[k] = v[static_cast<size_t>(k)];
-            tri.m_nNeighbor[k] = 77;   // what stood there before does not matter
-        }
-        tin.m_aTri.Add(tri);
+        tin.m_aTri.Add({{v[0], v[1], v[2]}, {77, 77, 77}, 0});   // links from before do not matter
     }
     tin.UpdateTopology();
     return tin;
@@ -45,25 +40,6 @@ TEST(UpdateTopology, LinksEdgesThatRunInOppositeDirections)
     EXPECT_EQ(LinksOf(Linked({{0, 1, 2}})), (Links{{-1, -1, -1}}));
     EXPECT_EQ(LinksOf(Linked({{0, 1, 2}, {2, 1, 3}})), (Links{{-1, -1, 1}, {-1, 0, -1}}));
     EXPECT_EQ(LinksOf(Linked({{0, 1, 2}, {1, 2, 3}})), (Links{{-1, -1, -1}, {-1, -1, -1}}));
-}
-
-TEST(UpdateTopology, LastOfSeveralWinsForTheEarlierOne)
-{
-    // 1 and 2 both hold the other side of edge 0 - 1.
-    EXPECT_EQ(LinksOf(Linked({{0, 1, 2}, {1, 0, 3}, {1, 0, 4}})),
-              (Links{{-1, 2, -1}, {-1, 0, -1}, {-1, 0, -1}}));
-    // Of 0 and 1, which hold edge 0 - 1, the later one stays with 2.
-    EXPECT_EQ(LinksOf(Linked({{0, 1, 2}, {0, 1, 3}, {1, 0, 4}})),
-              (Links{{-1, 2, -1}, {-1, 2, -1}, {-1, 1, -1}}));
-}
-
-// A triangle there and back holds both sides of an edge, and one in a single point the same edge three
-// times: it is found by its first, and finds by each of them.
-TEST(UpdateTopology, TrianglesThatUseAVertexTwice)
-{
-    EXPECT_EQ(LinksOf(Linked({{0, 1, 0}})), (Links{{-1, -1, -1}})) << "never to itself";
-    EXPECT_EQ(LinksOf(Linked({{0, 1, 0}, {0, 1, 2}})), (Links{{-1, -1, 1}, {-1, 0, -1}}));
-    EXPECT_EQ(LinksOf(Linked({{5, 5, 5}, {5, 5, 5}})), (Links{{1, 1, 1}, {-1, 0, -1}}));
 }
 
 // Few vertices and many triangles: folds, repeated edges and vertices, indices of nothing.
@@ -118,12 +94,7 @@ TEST(AddTIN, ToItselfDoubles)
 TEST(AddTIN, WhatRefersToNothingStillDoes)
 {
     CTin tin = SquareOnPlane(0, 0, 0), damaged;
-    CTriangle tri;
-    tri.m_nVertex[1] = INT_MAX;
-    tri.m_nVertex[2] = 3;
-    tri.m_nNeighbor[0] = -5;
-    tri.m_nNeighbor[1] = INT_MAX - 1;
-    damaged.m_aTri.Add(tri);
+    damaged.m_aTri.Add({{-1, INT_MAX, 3}, {-5, INT_MAX - 1, -1}, 0});
     tin.AddTIN(damaged);
     for (int k = 0; k < 3; ++k) {
         EXPECT_EQ(tin.GetVertex(4, k), nullptr) << k;

@@ -86,31 +86,6 @@ TEST(Trimming, CutsOuterTrianglesWithThinBaseAngles)
     EXPECT_NEAR(MeshArea(tin), 80.0 - 2.5, 1e-12) << "less the triangle on the base line";
 }
 
-// A clustered survey: the hull is spanned by long thin triangles. What stays must have no qualifying
-// triangle but the exempt one in front, and be sound.
-TEST(Trimming, EndsWhenNothingQualifies)
-{
-    CTin tin = Built(ClusteredSites(400, 41), 10 * kDegree);
-    EXPECT_TRUE(IsSound(tin));
-    int nLeft = 0;
-    for (int t = 1; t < tin.GetTriSize(); ++t) {
-        int a[3], nOuter = 0;
-        tin.GetNextTri(t, a[0], a[1], a[2]);
-        for (int k = 0; k < 3; ++k) {
-            nOuter += a[k] < 0;
-        }
-        for (int k = 0; k < 3 && nOuter == 1; ++k) {
-            double dStart = 0, dEnd = 0;
-            tin.GetAngleXY(t, (k + 2) % 3, dStart);
-            tin.GetAngleXY(t, k, dEnd);
-            nLeft += a[k] < 0 && (dStart <= 10 * kDegree || dEnd <= 10 * kDegree);
-        }
-    }
-    EXPECT_EQ(nLeft, 0);
-    EXPECT_GT(tin.GetTriSize(), 100);
-    EXPECT_LT(tin.GetTriSize(), Built(ClusteredSites(400, 41)).GetTriSize());
-}
-
 TEST(Trimming, SparesCornersUnlessToldOtherwise)
 {
     CTin tin = Built({{0, 0, 0}, {10, 0, 0}, {10, 0.5, 0}, {0, 0.5, 0}});   // two thin corner triangles
@@ -122,30 +97,4 @@ TEST(Trimming, SparesCornersUnlessToldOtherwise)
     EXPECT_EQ(tin.DelTriWithAngle(10 * kDegree, 0), 1);
     EXPECT_EQ(tin.GetPointSize(), 0) << "deleting the only triangle empties the object";
     EXPECT_EQ(tin.m_aTriNormal.GetSize(), 1) << "but for its normals";
-}
-
-TEST(Selecting, MarksTheOuterTrianglesOnly)
-{
-    CTin tin = Built(GridSites(5, 5, 1.0));
-    EXPECT_EQ(tin.SelectTriWithAngle(40 * kDegree), 0) << "all base angles are 45 or 90 degrees";
-    int nOuter = 0;
-    for (int t = 0; t < tin.GetTriSize(); ++t) {
-        int a = 0, b = 0, c = 0;
-        tin.GetNextTri(t, a, b, c);
-        nOuter += a < 0 || b < 0 || c < 0;
-    }
-    EXPECT_EQ(tin.SelectTriWithAngle(46 * kDegree), nOuter);
-    int nMarked = 0;
-    for (int t = 0; t < tin.GetTriSize(); ++t) {
-        nMarked += tin.m_aTri[t].m_bSelect;
-    }
-    EXPECT_EQ(nMarked, nOuter);
-    EXPECT_EQ(tin.SelectTriWithLength(1e9), 0);
-    EXPECT_EQ(tin.m_aTri[0].m_bSelect, 0) << "earlier marks are taken off";
-    // The edge measured follows the outer one; with a limit below every length all outer triangles but
-    // number 0 are selected.
-    const int nSelected = tin.SelectTriWithLength(0.0);
-    int a = 0, b = 0, c = 0;
-    tin.GetNextTri(0, a, b, c);
-    EXPECT_EQ(nSelected, nOuter - (a < 0 || b < 0 || c < 0 ? 1 : 0));
 }

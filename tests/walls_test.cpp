@@ -45,33 +45,6 @@ TEST(AddVPlane, WallsOfOneTriangle)
     EXPECT_EQ(nOpen, 3) << "the foot of each wall";
 }
 
-TEST(AddVPlane, TwiceAddsOnlyTrianglesWithoutExtent)
-{
-    CTin tin = SquareOnPlane(1, 1, 50);
-    tin.AddVPlane(0.0);
-    const int nVt = tin.GetPointSize(), nTri = tin.GetTriSize();
-    const double dArea = tin.CalAllArea();
-    tin.AddVPlane(0.0);
-    EXPECT_EQ(tin.GetPointSize(), nVt) << "all feet were there";
-    EXPECT_EQ(tin.GetTriSize(), nTri + 8);
-    EXPECT_EQ(tin.CalAllArea(), dArea);
-}
-
-TEST(AddVPlane, ReusesVerticesThatStandAtTheFoot)
-{
-    CTin tin = Built({{0, 0, 5}, {3, 0, 5}, {0, 4, 2.0 + 9e-7}, {0, 0, 2}});   // 3 is used by no triangle
-    ASSERT_EQ(tin.GetTriSize(), 1);
-    tin.AddVPlane(2.0);
-    EXPECT_EQ(tin.GetPointSize(), 5) << "only the foot of vertex 1 is new";
-    EXPECT_EQ(tin.CheckPtUsed(3), 1);
-    EXPECT_EQ(tin.GetTriSize(), 7) << "walls without height are kept";
-
-    CTin lowest = Built({{0, 0, 5}, {3, 0, 5}, {0, 4, 5}, {0, 9e-7, 2}, {0, 0, 2}});
-    lowest.AddVPlane(2.0);
-    EXPECT_EQ(lowest.CheckPtUsed(3), 1) << "the first of several";
-    EXPECT_EQ(lowest.CheckPtUsed(4), 0);
-}
-
 TEST(AddVPlane, OddInput)
 {
     CTin tin;

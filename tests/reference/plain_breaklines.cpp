@@ -24,7 +24,7 @@ double SideOf(const Point& p, const Point& o, const Point& a, const Point& b)
 }   // namespace
 
 int CalCrossPointXY(double x1, double y1, double z1, double x2, double y2, double z2, double x3, double y3,
-                    double x4, double y4, double& x, double& y, double& z, int line1, int line2, double eps)
+                    double x4, double y4, double& x, double& y, double& z, double eps)
 {
     const double a1 = y2 - y1, b1 = x1 - x2, c1 = a1 * x1 + b1 * y1;
     const double a2 = y4 - y3, b2 = x3 - x4, c2 = a2 * x3 + b2 * y3;
@@ -34,9 +34,8 @@ int CalCrossPointXY(double x1, double y1, double z1, double x2, double y2, doubl
     x = (c1 * b2 - c2 * b1) * inv;
     y = (a1 * c2 - a2 * c1) * inv;
     z = x2 - x1 != 0 ? z2 + (x - x2) / (x2 - x1) * (z2 - z1) : z2 + (y - y2) / (y2 - y1) * (z2 - z1);
-    if (!line1 && !(InExtent(x, x1, x2, eps) && InExtent(y, y1, y2, eps))) return 0;
-    if (!line2 && !(InExtent(x, x3, x4, eps) && InExtent(y, y3, y4, eps))) return 0;
-    return 1;
+    return InExtent(x, x1, x2, eps) && InExtent(y, y1, y2, eps) && InExtent(x, x3, x4, eps) &&
+           InExtent(y, y3, y4, eps);
 }
 
 int Tin::EnforceBreakLines()
@@ -128,8 +127,8 @@ int Tin::CheckStateOfBL(const BreakLine& bl, int seg, int t, int slot, Point& cr
 {
     const Point &a = vertex[bl.idx[seg]], &b = vertex[bl.idx[(seg + 1) % bl.idx.Size()]];
     const Point &e1 = At(t, slot), &w = At(t, slot + 1), &e2 = At(t, slot + 2);
-    if (!CalCrossPointXY(a.x, a.y, a.z, b.x, b.y, b.z, e1.x, e1.y, e2.x, e2.y, cross.x, cross.y, cross.z, 0,
-                         0, eps)) {
+    if (!CalCrossPointXY(a.x, a.y, a.z, b.x, b.y, b.z, e1.x, e1.y, e2.x, e2.y, cross.x, cross.y, cross.z,
+                         eps)) {
         return 3;
     }
     const double side = SideOf(w, a, a, b);

@@ -41,78 +41,31 @@ int Tin::AddPoint(double x, double y, double z)
     return vertex.Size() - 1;
 }
 
-void Tin::BeginAddPoint(int size)
+void Tin::AddBreakLine(const std::vector<Point>& line, int closed)
 {
-    vertex.SetSize(size);
-    addPtCount = 0;
-}
-
-int Tin::AddPoint2(double x, double y, double z)
-{
-    const int i = addPtCount;
-    if (i >= vertex.Size()) vertex.SetSize(i + 1);
-    vertex[i] = {x, y, z};
-    ++addPtCount;
-    return i;
-}
-
-void Tin::EndAddPoint()
-{
-    vertex.SetSize(addPtCount);
-    addPtCount = 0;
-}
-
-namespace {
-
-int FeedBreakLine(Tin& tin, const std::vector<Point>& line, int closed,
-                  int (Tin::*feed)(double, double, double))
-{
-    if (line.empty()) return -1;
-    if (line.size() == 1) {
-        (tin.*feed)(line[0].x, line[0].y, line[0].z);
-        return -1;
-    }
     BreakLine bl;
     bl.closed = closed;
     std::size_t count = line.size();
-    if (std::fabs(line.back().x - line.front().x) <= tin.eps &&
-        std::fabs(line.back().y - line.front().y) <= tin.eps) {
+    if (std::fabs(line.back().x - line.front().x) <= eps &&
+        std::fabs(line.back().y - line.front().y) <= eps) {
         --count;
         bl.closed = 1;
     }
     for (std::size_t i = 0; i < count; ++i) {
-        bl.idx.push_back((tin.*feed)(line[i].x, line[i].y, line[i].z));
+        bl.idx.push_back(AddPoint(line[i].x, line[i].y, line[i].z));
     }
-    tin.breakLine.push_back(bl);
-    return tin.breakLine.Size() - 1;
+    breakLine.push_back(bl);
 }
 
-void Widen(const Point& p, Point& low, Point& high)
+void Tin::UpdatePtRange()
 {
-    if (p.x < low.x) low.x = p.x;
-    if (p.x > high.x) high.x = p.x;
-    if (p.y < low.y) low.y = p.y;
-    if (p.y > high.y) high.y = p.y;
-    if (p.z < low.z) low.z = p.z;
-    if (p.z > high.z) high.z = p.z;
-}
-
-}   // namespace
-
-int Tin::AddBreakLine(const std::vector<Point>& line, int closed)
-{
-    return FeedBreakLine(*this, line, closed, &Tin::AddPoint);
-}
-
-int Tin::UpdatePtRange()
-{
-    minXYZ = maxXYZ = Point();
-    if (vertex.empty()) return 0;
-    minXYZ = maxXYZ = vertex[0];
+    minXYZ = maxXYZ = vertex.empty() ? Point() : vertex[0];
     for (const Point& p : vertex) {
-        Widen(p, minXYZ, maxXYZ);
+        for (double Point::*axis : {&Point::x, &Point::y, &Point::z}) {
+            if (p.*axis < minXYZ.*axis) minXYZ.*axis = p.*axis;
+            if (p.*axis > maxXYZ.*axis) maxXYZ.*axis = p.*axis;
+        }
     }
-    return 1;
 }
 
 int Tin::AddTri(int a, int b, int c)
@@ -120,11 +73,7 @@ int Tin::AddTri(int a, int b, int c)
     for (int i : {a, b, c}) {
         if (i < 0 || i >= vertex.Size()) return -1;
     }
-    Tri fresh;
-    fresh.v[0] = a;
-    fresh.v[1] = b;
-    fresh.v[2] = c;
-    tri.push_back(fresh);
+    tri.push_back(Tri{{a, b, c}, {-1, -1, -1}, 0});
     return tri.Size() - 1;
 }
 
@@ -154,11 +103,6 @@ int Tin::CheckTurn(const Point& p1, const Point& p2, const Point& p3) const
     const double c = (p2.x - p1.x) * (p3.y - p1.y) - (p2.y - p1.y) * (p3.x - p1.x);
     if (c < -eps2) return 1;
     return c > eps2 ? -1 : 0;
-}
-
-int Tin::CheckTurn(int t) const
-{
-    return IsTri(t) ? CheckTurn(At(t, 0), At(t, 1), At(t, 2)) : -2;
 }
 
 int Tin::FindTri(int start, double x, double y, int& state, int& side) const
@@ -208,11 +152,6 @@ int Tin::FindTri(int start, double x, double y, int& state, int& side) const
     }
 }
 
-int Tin::FindTri(int start, int vt, int& state, int& side) const
-{
-    return FindTri(start, vertex[vt].x, vertex[vt].y, state, side);
-}
-
 int Tin::CreateTin(double angle)
 {
     if (vertex.Size() < 3 || !MakeBoundaryFromPts() || !MakeConvexHull() || !MakeTinForConvexHull() ||
@@ -231,7 +170,8 @@ int Tin::CreateTin(double angle)
 
 int Tin::MakeBoundaryFromPts()
 {
-    if (vertex.Size() < 3 || !UpdatePtRange()) return 0;
+    if (vertex.Size() < 3) return 0;
+    UpdatePtRange();
     if (maxXYZ.x - minXYZ.x <= eps && maxXYZ.y - minXYZ.y <= eps) return 0;
     const double cx = (minXYZ.x + maxXYZ.x) / 2, cy = (minXYZ.y + maxXYZ.y) / 2;
     List<double> key;
@@ -329,29 +269,13 @@ int Tin::Triangulation()
 int Tin::DivideTri(int vt, int& triCount, int& lastTri)
 {
     int state, side;
-    const int t = FindTri(lastTri, vt, state, side);
+    const int t = FindTri(lastTri, vertex[vt].x, vertex[vt].y, state, side);
     if (t < 0 || state < 0 || state == 1) return 0;
     lastTri = t;
-    if (state == 0) {
-        DivideTriInside(vt, triCount, t);
-    } else {
-        DivideTriOnSide(vt, triCount, t, side);
+    for (int changed : state == 0 ? SplitInside(vt, triCount, t) : SplitOnSide(vt, triCount, t, side)) {
+        Optimization(changed, 0);
     }
     return 1;
-}
-
-void Tin::DivideTriInside(int vt, int& triCount, int t)
-{
-    for (int changed : SplitInside(vt, triCount, t)) {
-        Optimization(changed, 0);
-    }
-}
-
-void Tin::DivideTriOnSide(int vt, int& triCount, int t, int side)
-{
-    for (int changed : SplitOnSide(vt, triCount, t, side)) {
-        Optimization(changed, 0);
-    }
 }
 
 // The slot of triangle t that holds `of` across the edge from a to b; without one, the first that holds it.
@@ -467,23 +391,6 @@ int Tin::SwapTri(int t, int s, int u, int j)
     Relink(y, u, t, D, Q);
     Relink(x, t, u, P, R);
     return 1;
-}
-
-bool Tin::LosesVertices() const
-{
-    List<int> used(vertex.size(), 0);
-    for (const Tri& t : tri) {
-        for (int v : t.v) used[v] = 1;
-    }
-    for (int i = 0; i < vertex.Size(); ++i) {
-        bool found = used[i] != 0;
-        for (int q = 0; q < vertex.Size() && !found; ++q) {
-            const double dx = std::fabs(vertex[q].x - vertex[i].x), dy = std::fabs(vertex[q].y - vertex[i].y);
-            found = used[q] && ((dx <= eps && dy <= eps) || (dx == 0 && dy == 0));
-        }
-        if (!found) return true;
-    }
-    return false;
 }
 
 }   // namespace plain

@@ -9,10 +9,13 @@ void Tin::UpdateDepth2()
 {
     const int n = tri.Size();
     if (n < 1) return;
-    List<int> order;
-    GetSortList(2, order, 1);
+    List<double> key;
     List<Point> low(tri.size()), high(tri.size());
-    for (int t = 0; t < n; ++t) GetRange(t, low[t], high[t]);
+    for (int t = 0; t < n; ++t) {
+        key.push_back((At(t, 2).z + At(t, 1).z) + At(t, 0).z);
+        GetRange(t, low[t], high[t]);
+    }
+    List<int> order = SortedOrder(key, 1);
     for (int i = 0; i < n; ++i) {
         int swaps = 0;
         for (int j = i + 1; j < n;) {
@@ -29,21 +32,6 @@ void Tin::UpdateDepth2()
         }
     }
     depthOrder = order;
-}
-
-int Tin::GetSortList(int mode, List<int>& list, int order) const
-{
-    list.SetSize(tri.Size());
-    if (tri.empty()) return 1;
-    if (mode < 0 || mode > 2) return 0;
-    List<double> key;
-    for (int t = 0; t < tri.Size(); ++t) {
-        Point low, high;
-        GetRange(t, low, high);
-        key.push_back(mode == 0 ? low.z : mode == 1 ? high.z : (At(t, 2).z + At(t, 1).z) + At(t, 0).z);
-    }
-    list = SortedOrder(key, order);
-    return 1;
 }
 
 namespace {
@@ -80,7 +68,7 @@ int Tin::Obscures(int t1, int t2) const
             const int b1 = tri[t2].v[m], b2 = tri[t2].v[(m + 1) % 3];
             if (a1 == b1 || a1 == b2 || a2 == b1 || a2 == b2) continue;
             double x, y, hA, hB;
-            if (CrossEdgeHeights(vertex[a1], vertex[a2], vertex[b1], vertex[b2], x, y, hA, hB, 0, 0, eps) &&
+            if (CrossEdgeHeights(vertex[a1], vertex[a2], vertex[b1], vertex[b2], x, y, hA, hB, eps) &&
                 hA > hB) {
                 return 1;
             }
@@ -112,7 +100,7 @@ bool WithinExtent(const Point& p1, const Point& p2, double x, double y, double t
 }   // namespace
 
 int CrossEdgeHeights(const Point& a1, const Point& a2, const Point& b1, const Point& b2, double& x, double& y,
-                     double& hA, double& hB, int skipA, int skipB, double tol)
+                     double& hA, double& hB, double tol)
 {
     const double d = (b1.x - b2.x) * (a2.y - a1.y) - (b2.y - b1.y) * (a1.x - a2.x);
     if (std::fabs(d) < 1e-12) return 0;
@@ -123,8 +111,7 @@ int CrossEdgeHeights(const Point& a1, const Point& a2, const Point& b1, const Po
     y = (cB * (a2.y - a1.y) - cA * (b2.y - b1.y)) * inv;
     hA = HeightAt(a1, a2, x, y);
     hB = HeightAt(b1, b2, x, y);
-    if (!skipA && !WithinExtent(a1, a2, x, y, tol)) return 0;
-    return skipB || WithinExtent(b1, b2, x, y, tol);
+    return WithinExtent(a1, a2, x, y, tol) && WithinExtent(b1, b2, x, y, tol);
 }
 
 }   // namespace plain

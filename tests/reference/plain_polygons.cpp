@@ -29,8 +29,7 @@ bool IsSimple(const List<Point>& ring, double eps)
             if (i == j || i == j1 || i1 == j || i1 == j1) continue;
             const Point &a = ring[i], &b = ring[i1], &c = ring[j], &d = ring[j1];
             double x, y, z;
-            if (CalCrossPointXY(a.x, a.y, a.z, b.x, b.y, b.z, c.x, c.y, d.x, d.y, x, y, z, 0, 0, eps))
-                return false;
+            if (CalCrossPointXY(a.x, a.y, a.z, b.x, b.y, b.z, c.x, c.y, d.x, d.y, x, y, z, eps)) return false;
         }
     }
     return true;

@@ -15,16 +15,14 @@ int Tin::PtInTri(int t, double x, double y) const
     return 1;
 }
 
-int Tin::GetRange(int t, Point& low, Point& high) const
+void Tin::GetRange(int t, Point& low, Point& high) const
 {
-    if (!IsTri(t)) return 0;
     for (double Point::*axis : {&Point::x, &Point::y, &Point::z}) {
         const List<double> key = {At(t, 0).*axis, At(t, 1).*axis, At(t, 2).*axis};
         const List<int> order = SortedOrder(key, 1);
         low.*axis = key[order[0]];
         high.*axis = key[order[2]];
     }
-    return 1;
 }
 
 int Tin::GetNVec(int t, Point& normal) const

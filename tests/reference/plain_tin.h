@@ -1,8 +1,7 @@
 // A second, plain implementation of the terrain procedures, kept to compare the library with: the same
 // input must give the same vertices, triangles, links and results, bit for bit. It searches by scanning,
 // recurses where the procedure recurses, and shares no code with the library. Where the library's
-// insertion loses points to its tolerances it makes a second pass over them; this one does not, and
-// LosesVertices() tells whether an input is one of those.
+// insertion loses points to its tolerances it makes a second pass over them; this one does not.
 //
 // The records are taken to be sound: every index in them refers to something that is there. An index
 // that does not throws std::out_of_range.
@@ -84,10 +83,9 @@ List<int> SortedOrder(const List<double>& key, int order);
 int RingTurn(const List<Point>& ring);
 
 int CalCrossPointXY(double x1, double y1, double z1, double x2, double y2, double z2, double x3, double y3,
-                    double x4, double y4, double& x, double& y, double& z, int line1, int line2, double eps);
-int CalcFootOnLine(const Point& a, const Point& b, const Point& p, Point& foot, double& dist);
+                    double x4, double y4, double& x, double& y, double& z, double eps);
 int CrossEdgeHeights(const Point& a1, const Point& a2, const Point& b1, const Point& b2, double& x, double& y,
-                     double& hA, double& hB, int skipA, int skipB, double tol);
+                     double& hA, double& hB, double tol);
 Rotation RotForNV_Z(const Point& normal);
 
 struct Tin {
@@ -99,26 +97,21 @@ struct Tin {
     List<Point> triNormal;
     Point minXYZ, maxXYZ;
     double eps = 1e-6, eps2 = 1e-12;
-    int addPtCount = 0, optimDepth = 0, walkDir = 1;
+    int optimDepth = 0, walkDir = 1;
     int fewestSteps = 0;   // of a search along a breakline, before it is given up
 
     // Input
     void InitData();
     void SetEPS(double e);
     int AddPoint(double x, double y, double z);
-    void BeginAddPoint(int size);
-    int AddPoint2(double x, double y, double z);
-    void EndAddPoint();
-    int AddBreakLine(const std::vector<Point>& line, int closed);
-    int UpdatePtRange();
+    void AddBreakLine(const std::vector<Point>& line, int closed);
+    void UpdatePtRange();
 
     // Topology and location
     int AddTri(int a, int b, int c);
     int DelTri(int t);
     int CheckTurn(const Point& p1, const Point& p2, const Point& p3) const;
-    int CheckTurn(int t) const;
     int FindTri(int start, double x, double y, int& state, int& side) const;
-    int FindTri(int start, int vt, int& state, int& side) const;
 
     // Construction
     int CreateTin(double angle);
@@ -127,15 +120,12 @@ struct Tin {
     int MakeTinForConvexHull();
     int Triangulation();
     int DivideTri(int vt, int& triCount, int& lastTri);
-    void DivideTriInside(int vt, int& triCount, int t);
-    void DivideTriOnSide(int vt, int& triCount, int t, int side);
     std::vector<int> SplitInside(int p, int& triCount, int t);
     std::vector<int> SplitOnSide(int p, int& triCount, int t, int k);
     void Optimization(int t, int s);
     int CheckOptim(int A, int B, int C, int D) const;
     int SwapTri(int t, int s, int u, int j);
     int CheckSwapTri(int P, int Q, int D, int R) const;
-    bool LosesVertices() const;
 
     // Breaklines
     int EnforceBreakLines();
@@ -166,13 +156,12 @@ struct Tin {
 
     // Queries
     int PtInTri(int t, double x, double y) const;
-    int GetRange(int t, Point& low, Point& high) const;
+    void GetRange(int t, Point& low, Point& high) const;
     int GetNVec(int t, Point& normal) const;
     void GetNormals(List<Point>& ofTri, List<Point>& ofVertex) const;
 
     // Drawing order
     void UpdateDepth2();
-    int GetSortList(int mode, List<int>& list, int order) const;
     int IsAbobe(int t1, int t2) const;
     int IsBelow(int t1, int t2) const;
     int Obscures(int t1, int t2) const;

@@ -5,38 +5,29 @@
 plain::Tin PlainFed(const Sites& aSite)
 {
     plain::Tin tin;
-    tin.BeginAddPoint(static_cast<int>(aSite.size()));
-    for (const Site& s : aSite) {
-        tin.AddPoint2(s.x, s.y, s.z);
+    for (const plain::Point& p : PlainPoints(aSite)) {
+        tin.vertex.push_back(p);
     }
-    tin.EndAddPoint();
     return tin;
 }
 
-void AddPlainLine(plain::Tin& tin, const Sites& aSite, bool bClose)
+std::vector<plain::Point> PlainPoints(const Sites& aSite)
 {
     std::vector<plain::Point> aPoint;
     for (const Site& s : aSite) {
         aPoint.push_back({s.x, s.y, s.z});
     }
-    tin.AddBreakLine(aPoint, bClose ? 1 : 0);
+    return aPoint;
 }
 
-std::string Dump(const plain::Tin& tin)
+CTin CopyOf(const plain::Tin& tin)
 {
-    CTin copy;   // the records only, so that one function writes both
-    copy.BeginAddPoint(tin.vertex.Size());
+    CTin copy;
     for (const plain::Point& p : tin.vertex) {
-        copy.AddPoint2(p.x, p.y, p.z);
+        copy.m_aVertex.Add(CXYZ(p.x, p.y, p.z));
     }
     for (const plain::Tri& t : tin.tri) {
-        CTriangle tri;
-        for (int k = 0; k < 3; ++k) {
-            tri.m_nVertex[k] = t.v[k];
-            tri.m_nNeighbor[k] = t.n[k];
-        }
-        tri.m_bSelect = t.sel;
-        copy.m_aTri.Add(tri);
+        copy.m_aTri.Add({{t.v[0], t.v[1], t.v[2]}, {t.n[0], t.n[1], t.n[2]}, t.sel});
     }
     for (const int nVt : tin.boundary) {
         copy.m_aBoundary.Add(nVt);
@@ -49,5 +40,10 @@ std::string Dump(const plain::Tin& tin)
         }
         copy.m_aBreakLine.Add(bl);
     }
-    return Dump(copy);
+    return copy;
+}
+
+std::string Dump(const plain::Tin& tin)
+{
+    return Dump(CopyOf(tin));
 }

@@ -10,7 +10,9 @@
 // form that Dump gives of a CTin.
 
 plain::Tin PlainFed(const Sites& aSite);
-void AddPlainLine(plain::Tin& tin, const Sites& aSite, bool bClose = false);
+std::vector<plain::Point> PlainPoints(const Sites& aSite);
+// The records alone.
+CTin CopyOf(const plain::Tin& tin);
 std::string Dump(const plain::Tin& tin);
 
 #endif

@@ -14,6 +14,12 @@ struct Site {
 };
 using Sites = std::vector<Site>;
 
+// One of several inputs that a test goes through.
+struct NamedSites {
+    const char* szWhat;
+    Sites aSite;
+};
+
 // Random numbers whose sequence no standard library chooses (splitmix64).
 class Dice
 {

@@ -179,29 +179,6 @@ double RingArea(const CTin& tin, const CArray<int>& aRing)
     return static_cast<double>(dArea2 / 2.0L);
 }
 
-// Monotone chains (Andrew 1979).
-double HullArea(const CTin& tin)
-{
-    std::vector<CXYZ> aPoint(tin.m_aVertex.GetData(), tin.m_aVertex.GetData() + tin.m_aVertex.GetSize());
-    std::sort(aPoint.begin(), aPoint.end(),
-              [](const CXYZ& a, const CXYZ& b) { return a.x != b.x ? a.x < b.x : a.y < b.y; });
-    long double dArea2 = 0.0L;
-    for (int nSide = 0; nSide < 2; ++nSide) {
-        std::vector<CXYZ> aChain;
-        for (const CXYZ& p : aPoint) {
-            while (aChain.size() >= 2 && Area2(aChain[aChain.size() - 2], aChain.back(), p) <= 0.0L) {
-                aChain.pop_back();
-            }
-            aChain.push_back(p);
-        }
-        for (size_t i = 0; i + 1 < aChain.size(); ++i) {
-            dArea2 += Area2(aPoint.front(), aChain[i], aChain[i + 1]);
-        }
-        std::reverse(aPoint.begin(), aPoint.end());
-    }
-    return static_cast<double>(dArea2 / 2.0L);
-}
-
 std::string Dump(const CTin& tin)
 {
     std::string strDump;

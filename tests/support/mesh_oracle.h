@@ -28,9 +28,8 @@ int CountFaults(const CTin& tin, MESH_FAULT eBefore);
 
 // Plan area of all triangles, clockwise ones counted below 0.
 double MeshArea(const CTin& tin);
-// Plan area enclosed by a ring of vertices, and by the convex hull of all of them.
+// Plan area enclosed by a ring of vertices.
 double RingArea(const CTin& tin, const CArray<int>& aRing);
-double HullArea(const CTin& tin);
 
 // All of a mesh as text, numbers with 17 digits: two equal texts are two equal meshes.
 std::string Dump(const CTin& tin);

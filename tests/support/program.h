@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 /// What a run of qsvtin gave.
 struct Result {
@@ -77,9 +78,27 @@ protected:
         SCOPED_TRACE(arguments);
         const Result result = Run(arguments);
         EXPECT_EQ(result.status, status);
+        EXPECT_EQ(result.out, "");
         EXPECT_EQ(result.err.rfind("qsvtin: ", 0), 0u) << result.err;
         EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
         EXPECT_NE(result.err.find(message), std::string::npos) << result.err;
+    }
+
+    /// Arguments, status, and a part of the message.
+    struct Refusal {
+        std::string arguments;
+        int status;
+        std::string message;
+    };
+    /// The same for several commands with the same beginning, which must leave a file as it is.
+    void ExpectRefusals(const std::string& beginning, const std::string& kept,
+                        const std::vector<Refusal>& refusals) const
+    {
+        const std::string before = Get(kept);
+        for (const Refusal& r : refusals) {
+            ExpectRefusal(beginning + r.arguments, r.status, r.message);
+            EXPECT_EQ(Get(kept), before) << r.arguments;
+        }
     }
 };
 
