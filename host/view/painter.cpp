@@ -7,6 +7,16 @@
 
 namespace qsvtin {
 
+namespace {
+
+float Coarse(double y)
+{
+    constexpr double kFarOutside = 1e9;
+    return static_cast<float>(std::clamp(y, -kFarOutside, kFarOutside));
+}
+
+}   // namespace
+
 Drawing MakeDrawing(const Scene& scene, const ViewFrame& frame, int scale)
 {
     Drawing drawing;
@@ -23,6 +33,11 @@ Drawing MakeDrawing(const Scene& scene, const ViewFrame& frame, int scale)
         drawing.triangles.push_back({corner[0], corner[1], corner[2]});
     }
     drawing.order = OrderForPainting(scene, drawing.vertices);
+    for (const int t : drawing.order) {
+        const auto [top, bottom] =
+            std::minmax({drawing.Corner(t, 0).y, drawing.Corner(t, 1).y, drawing.Corner(t, 2).y});
+        drawing.extents.push_back({Coarse(top), Coarse(bottom)});
+    }
     return drawing;
 }
 
@@ -32,7 +47,13 @@ void Paint(const Drawing& drawing, int samples, Band& band)
     const auto row = [&](int r) {
         return band.owners.begin() + static_cast<std::ptrdiff_t>(r - band.firstRow) * band.width;
     };
-    for (const int t : drawing.order) {
+    constexpr float kRounding = 1.0f;   // and more than that of an extent
+    const float top = static_cast<float>(band.firstRow) / static_cast<float>(samples) - kRounding;
+    const float bottom =
+        static_cast<float>(band.firstRow + band.rows) / static_cast<float>(samples) + kRounding;
+    for (std::size_t i = 0; i < drawing.order.size(); ++i) {
+        if (drawing.extents[i].bottom < top || drawing.extents[i].top > bottom) continue;
+        const int t = drawing.order[i];
         std::array<Dot, 3> corners = drawing.CornersOf(t);
         for (Dot& corner : corners) {
             corner = {samples * corner.x, samples * corner.y};

@@ -10,12 +10,19 @@
 
 namespace qsvtin {
 
+/// How far something reaches from above; so coarse that many fit the processor's cache.
+struct Extent {
+    float top = 0.0f;
+    float bottom = 0.0f;
+};
+
 /// The triangles of a scene as they appear in a picture.
 struct Drawing {
     std::vector<Seen> vertices;
     std::vector<std::array<int, 3>> triangles;
-    std::vector<int> order;   ///< of the triangles, the farthest first
-    int scale = 1;            ///< its pixels for one of the frame, in each direction
+    std::vector<int> order;        ///< of the triangles, the farthest first
+    std::vector<Extent> extents;   ///< of the triangles, in this order
+    int scale = 1;                 ///< its pixels for one of the frame, in each direction
 
     const Seen& Corner(int triangle, std::size_t k) const
     {
