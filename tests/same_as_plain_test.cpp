@@ -118,6 +118,17 @@ TEST(SameAsPlain, ConstructionOfEveryKindOfInput)
             Pair(c.aSite).BuildBoth();
         }
     }
+    // In line but for rounding: flat triangles that share two edges.
+    for (std::uint64_t nSeed = 0; nSeed < 20; ++nSeed) {
+        SCOPED_TRACE(nSeed);
+        const double dTurn = Dice(nSeed).Uniform(0.0, 6.0);
+        Sites aInLine;
+        for (int i = 0; i < 175; ++i) {
+            const double d = dice.Below(12) * 80.0;
+            aInLine.push_back({d * std::cos(dTurn), d * std::sin(dTurn), 0.0});
+        }
+        Pair(aInLine).BuildBoth();
+    }
 }
 
 // Points much closer than the tolerance, in a strip: slivers that stop walks far away.

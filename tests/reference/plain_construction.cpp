@@ -320,8 +320,6 @@ std::vector<int> Tin::SplitOnSide(int p, int& triCount, int t, int k)
     const int k1 = (k + 1) % 3, k2 = (k + 2) % 3, u = s[k1], t1 = triCount, t3 = triCount + 1;
     const bool hasU = IsTri(u);
     if (tri.Size() < triCount + (hasU ? 2 : 1)) tri.SetSize(triCount + (hasU ? 2 : 1));
-    const Tri oldU = hasU ? tri[u] : Tri();
-    const int linkOfU = hasU ? LinkSlot(u, t, v[k1], v[k]) : -1;
     tri[t] = Tri{{p, v[k2], v[k]}, {hasU ? u : -1, t1, s[k]}, old.sel};
     tri[t1] = Tri{{p, v[k1], v[k2]}, {t, hasU ? t3 : -1, s[k2]}, 0};
     Relink(s[k2], t, t1, v[k2], v[k1]);
@@ -329,8 +327,9 @@ std::vector<int> Tin::SplitOnSide(int p, int& triCount, int t, int k)
         triCount += 1;
         return {t, t1};
     }
+    const Tri oldU = tri[u];   // two flat triangles can share two edges: the other one leads to t1 by now
     const int *w = oldU.v, *m = oldU.n;
-    const int j = linkOfU;
+    const int j = LinkSlot(u, t, v[k1], v[k]);
     if (j < 0) {
         return {};
     }
