@@ -6,9 +6,9 @@
 
 class CTin;
 
-/// What can be wrong with a TIN, the gravest first. CreateTin leaves none of the faults before
-/// MESH_FAULT_CLOCKWISE. Editing can: DelVertex may fill a hole over triangles that lie there already, and
-/// normals and drawing order are out of date after every edit until they are made anew.
+/// What can be wrong with a TIN, the gravest first. CreateTin leaves none before MESH_FAULT_CLOCKWISE, unless points
+/// lie in line but for rounding, whose slivers may fold. Editing can: DelVertex may fill a hole over triangles that
+/// lie there already, and normals and drawing order are out of date after every edit until they are made anew.
 enum MESH_FAULT : int {
     MESH_FAULT_VERTEX_INDEX = 0,    ///< a corner of a triangle refers to no vertex
     MESH_FAULT_NEIGHBOR_INDEX,      ///< a neighbour is neither -1 nor a triangle

@@ -3,6 +3,7 @@
 #include <cassert>
 #include <cstddef>
 #include <limits>
+#include <new>
 
 #include "tin/internal/limits.h"
 #include "tin/internal/mesh.h"
@@ -16,7 +17,11 @@ namespace {
 template <class T>
 std::unique_ptr<T[]> Uninitialised(long long n)
 {
-    return std::unique_ptr<T[]>(new T[static_cast<std::size_t>(n)]);
+    const auto nElements = static_cast<std::size_t>(n);
+    if (static_cast<long long>(nElements) != n) {   // more bytes than an address of 32 bits can tell apart
+        throw std::bad_alloc();
+    }
+    return std::unique_ptr<T[]>(new T[nElements]);
 }
 
 constexpr std::size_t kCacheLine = 64;
