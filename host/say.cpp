@@ -11,7 +11,8 @@ namespace qsvtin {
 
 void Note(std::string message)
 {
-    std::replace(message.begin(), message.end(), '\n', ' ');
+    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
+    std::replace_if(message.begin(), message.end(), isControl, ' ');
     std::fprintf(stderr, "qsvtin: %s\n", message.c_str());
 }
 

@@ -357,6 +357,11 @@ TEST_F(Exchange, GeoJsonHoldsTrianglesOutlineAndBreaklines)
     }
     EXPECT_EQ(triangles, tin.m_aTri.GetSize());
     EXPECT_EQ(corners, 4) << "the outline goes once around";
+
+    // Half of a UTF-16 pair is no UTF-8, so it is taken for ISO 8859-1.
+    ASSERT_EQ(Run("convert far.tin half.geojson --title '\xED\xA0\x80'").status, 0);
+    EXPECT_EQ(nlohmann::json::parse(Get("half.geojson"), nullptr, false)["title"],
+              "\xC3\xAD\xC2\xA0\xC2\x80");
 }
 
 TEST_F(Exchange, RefusesWhatIsDamagedAndSaysWhere)
@@ -399,6 +404,12 @@ TEST_F(Exchange, RefusesWhatIsDamagedAndSaysWhere)
          "has no triangles; build a surface of points"},
         {"build", "a.xml", source("<DataPoints name=\"d\"><PntList3D>0 0\n1 0</PntList3D></DataPoints>"),
          "a.xml:5: data point \"d\" ends within a place; give north, east and height"},
+        {"build", "a.xml",
+         LandXml(
+             kMetric,
+             "<Surface name=\"s\">\n<Definition><Pnts><P id=\"1\">0 0</P></Pnts></Definition>\n"
+             "<SourceData>\n<DataPoints><PntList3D>0 0 1</PntList3D></DataPoints></SourceData></Surface>"),
+         "a.xml:6: point \"1\" ends within a place"},
         {"build", "a.xml", source("<Contours><Contour><PntList2D>0 0 1</PntList2D></Contour></Contours>"),
          "a contour needs its height"},
         {"build", "a.xml",
@@ -413,6 +424,8 @@ TEST_F(Exchange, RefusesWhatIsDamagedAndSaysWhere)
         {"build", "a.dxf", drawing + "30\nx\n0\nENDSEC\n0\nEOF\n", "a.dxf:14: \"x\" is no coordinate"},
         {"build", "a.dxf", "0\nSECTION\n2\nENTITIES\n0\nPOINT\n10\n1\n0\nENDSEC\n0\nEOF\n",
          "a.dxf:6: POINT has no coordinate of code 20"},
+        {"build", "a.dxf", "0\nSECTION\n2\nENTITIES\n0\nPOLYLINE\n70\n99999999999\n0\nENDSEC\n0\nEOF\n",
+         "a.dxf:8: \"99999999999\" is no whole number"},
         {"build", "a.dxf", "0\nEOF\n", "holds no points, lines or faces"},
         {"convert", "a.dxf", drawing + "0\nENDSEC\n0\nEOF\n", "has no triangles"},
     };
@@ -428,6 +441,11 @@ TEST_F(Exchange, RefusesWhatIsDamagedAndSaysWhere)
     Put("two.xml", LandXml(kMetric, "<Surface name=\"a\"/><Surface name=\"b\"/>"));
     ExpectRefusal("build two.xml -o kept.tin", 2, "holds 2 surfaces; choose with --surface: \"a\", \"b\"");
     ExpectRefusal("build two.xml --surface c -o kept.tin", 2, "--surface takes one of \"a\", \"b\"");
+    std::string many;
+    for (int i = 0; i < 22; ++i) many += "<Surface name=\"a\"/>";
+    Put("many.xml", LandXml(kMetric, many));
+    ExpectRefusal("build many.xml -o kept.tin", 2, "\"a\", \"a\" and 2 more");
+    ExpectRefusal("build '\x1B[2J.xyz' -o kept.tin", 1, "cannot read  [2J.xyz");
 }
 
 }   // namespace

@@ -101,6 +101,9 @@ TEST_F(Viewer, TellsWhatIsWrong)
     ExpectRefusal("view hill.tin --exaggerate 0 -o hill.html", 2, "from 1 to 10");
     ExpectRefusal("view hill.tin --breaklines bad.txt -o hill.html", 1, "bad.txt:2");
     ExpectRefusal("view none.tin -o hill.html", 1, "none.tin");
+    Put("lines.html", "1 1 1\n2 2 1\n");
+    ExpectRefusal("view hill.tin --breaklines lines.html -o lines.html", 2, "would overwrite the input");
+    EXPECT_EQ(Get("lines.html"), "1 1 1\n2 2 1\n");
     EXPECT_EQ(Get("hill.html"), "");
     EXPECT_EQ(Run("view hill.tin -o hill.html").status, 0);
     EXPECT_NE(Get("hill.html").find("Copyright"), std::string::npos) << "the licence of what is bundled";

@@ -36,6 +36,9 @@ void CheckOptions(const ViewPageOptions& options)
     if (!(options.exaggeration >= 1.0 && options.exaggeration <= 10.0)) {
         throw Failure("--exaggerate must be from 1 to 10", Failure::BadUsage);
     }
+    std::vector<std::string> inputs = options.breaklines;
+    inputs.push_back(options.choice.file);
+    RefuseInput(options.output, inputs);
     CheckTarget(options.output);
 }
 

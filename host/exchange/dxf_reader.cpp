@@ -135,7 +135,8 @@ private:
             } else if (entity.type == "3DFACE") {
                 ReadFace(entity);
             } else {
-                ++m_passedOver[std::string(entity.type)];
+                constexpr std::size_t kReadable = 40;
+                ++m_passedOver[std::string(entity.type.substr(0, kReadable))];
             }
         }
     }
@@ -279,7 +280,8 @@ private:
     {
         int value = 0;
         const char* const end = group.value.data() + group.value.size();
-        if (std::from_chars(group.value.data(), end, value).ptr != end) {
+        const auto read = std::from_chars(group.value.data(), end, value);
+        if (read.ec != std::errc() || read.ptr != end) {
             Fail(group.line, Quoted(group.value) + " is no whole number");
         }
         return value;
@@ -292,11 +294,15 @@ private:
 
     void TellPassedOver()
     {
+        constexpr std::size_t kShown = 20;
         std::string kinds;
-        for (const auto& [kind, count] : m_passedOver) {
-            kinds += (kinds.empty() ? "" : ", ") + std::to_string(count) + " " + kind;
+        std::size_t shown = 0;
+        for (auto kind = m_passedOver.begin(); kind != m_passedOver.end() && shown < kShown;
+             ++kind, ++shown) {
+            kinds += (shown > 0 ? ", " : "") + std::to_string(kind->second) + " " + kind->first;
         }
-        if (!kinds.empty()) m_file.remarks.push_back("passed over: " + kinds);
+        if (shown > 0)
+            m_file.remarks.push_back("passed over: " + kinds + AndMore(m_passedOver.size(), kShown));
         if (m_curves > 0) {
             m_file.remarks.push_back(std::to_string(m_curves) + " arcs in polylines are taken as straight");
         }

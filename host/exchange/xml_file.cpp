@@ -34,15 +34,16 @@ int XmlFile::LineAt(std::ptrdiff_t offset)
 {
     const bool isLatin1 = m_encoding == pugi::encoding_latin1;
     if (offset < 0 || (!isLatin1 && m_encoding != pugi::encoding_utf8)) return 0;
-    if (offset < m_offset) {
-        m_next = 0;
-        m_offset = 0;
-        m_line = 1;
-    }
+    const auto widthOf = [&](char c) { return isLatin1 && static_cast<unsigned char>(c) >= 0x80 ? 2 : 1; };
     while (m_offset < offset && m_next < m_bytes.size()) {
-        const auto byte = static_cast<unsigned char>(m_bytes[m_next++]);
-        if (byte == '\n') ++m_line;
-        m_offset += isLatin1 && byte >= 0x80 ? 2 : 1;
+        const char c = m_bytes[m_next++];
+        if (c == '\n') ++m_line;
+        m_offset += widthOf(c);
+    }
+    while (m_offset > offset && m_next > 0) {
+        const char c = m_bytes[--m_next];
+        if (c == '\n') --m_line;
+        m_offset -= widthOf(c);
     }
     return m_line;
 }

@@ -19,8 +19,8 @@ public:
 
     pugi::xml_node Root() const { return m_document.document_element(); }
 
-    /// The line of an element; 0 when the encoding does not let us know. Asked in the order of the document, it
-    /// looks at every byte once.
+    /// The line of an element; 0 when the encoding does not let us know. It looks at the bytes between this element
+    /// and the one asked for before.
     int LineOf(pugi::xml_node node) { return LineAt(node.offset_debug()); }
 
     /// The text of an element, put together where a comment cuts it up. Valid until the next call.

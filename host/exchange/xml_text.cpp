@@ -1,6 +1,7 @@
 #include "host/exchange/xml_text.h"
 
-#include <algorithm>
+#include <array>
+#include <cstdint>
 
 namespace qsvtin {
 
@@ -15,16 +16,25 @@ std::size_t LengthOfCharacter(unsigned char first)
     return first >= 0xF0 && first < 0xF5 ? 4 : 0;
 }
 
+// Whether the bytes of one character make one that files may hold: written no longer than needed, no half of a pair.
+bool IsCharacter(std::string_view bytes)
+{
+    constexpr std::array<std::uint32_t, 5> kLeast = {0, 0, 0x80, 0x800, 0x10000};   // of so many bytes
+    std::uint32_t code =
+        static_cast<unsigned char>(bytes[0]) & (bytes.size() == 1 ? 0x7Fu : 0x7Fu >> bytes.size());
+    for (const char c : bytes.substr(1)) {
+        if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) return false;
+        code = code << 6 | (static_cast<unsigned char>(c) & 0x3Fu);
+    }
+    return code >= kLeast[bytes.size()] && code <= 0x10FFFF && (code < 0xD800 || code >= 0xE000) &&
+           code != 0xFFFE && code != 0xFFFF;
+}
+
 bool IsUtf8(std::string_view text)
 {
     while (!text.empty()) {
         const std::size_t length = LengthOfCharacter(static_cast<unsigned char>(text.front()));
-        if (length == 0 || text.size() < length) return false;
-        const std::string_view rest = text.substr(1, length - 1);
-        if (!std::all_of(rest.begin(), rest.end(),
-                         [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; })) {
-            return false;
-        }
+        if (length == 0 || text.size() < length || !IsCharacter(text.substr(0, length))) return false;
         text.remove_prefix(length);
     }
     return true;

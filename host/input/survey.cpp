@@ -25,11 +25,12 @@ void Append(std::vector<Item>& all, const std::vector<Item>& more)
 
 std::string NamesOfSurfaces(const ExchangeFile& file)
 {
+    constexpr std::size_t kShown = 20;
     std::string names;
-    for (const SurfaceData& surface : file.surfaces) {
-        names += (names.empty() ? "" : ", ") + Quoted(surface.name);
+    for (std::size_t i = 0; i < file.surfaces.size() && i < kShown; ++i) {
+        names += (i > 0 ? ", " : "") + Quoted(file.surfaces[i].name);
     }
-    return names;
+    return names + AndMore(file.surfaces.size(), kShown);
 }
 
 class SurveyReader

@@ -76,6 +76,11 @@ std::string Quoted(std::string_view text)
     return quoted + (text.size() > kReadable ? "...\"" : "\"");
 }
 
+std::string AndMore(std::size_t count, std::size_t shown)
+{
+    return count > shown ? " and " + std::to_string(count - shown) + " more" : "";
+}
+
 std::string_view Trimmed(std::string_view text)
 {
     const auto isBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };

@@ -39,6 +39,9 @@ private:
 /// A field as it may stand in a message: quoted, cut to a readable length, control characters replaced.
 std::string Quoted(std::string_view text);
 
+/// What to say behind a list that names only the first so many: " and 7 more", or nothing.
+std::string AndMore(std::size_t count, std::size_t shown);
+
 /// Whether a text begins with another.
 bool StartsWith(std::string_view text, std::string_view start);
 

@@ -1,16 +1,39 @@
 #include "host/terrain/boundary.h"
 
 #include "host/failure.h"
+#include "host/query/box_tree.h"
 #include "host/terrain/edge_rings.h"
 #include "host/terrain/plan_ring.h"
 #include "host/terrain/triangles.h"
 
 #include <array>
 #include <cstddef>
+#include <optional>
 
 namespace qsvtin {
 
 namespace {
+
+Position CentreOf(const CTin& tin, int triangle)
+{
+    const CXYZ &a = CornerOf(tin, triangle, 0), &b = CornerOf(tin, triangle, 1),
+               &c = CornerOf(tin, triangle, 2);
+    return {(a.x + b.x + c.x) / 3.0, (a.y + b.y + c.y) / 3.0, 0.0};
+}
+
+Box BoxAt(const Position& p)
+{
+    return {p.x, p.x, p.y, p.y};
+}
+
+BoxTree TreeOfCentres(const CTin& tin)
+{
+    std::vector<Box> boxes;
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        boxes.push_back(BoxAt(CentreOf(tin, t)));
+    }
+    return BoxTree(boxes);
+}
 
 // What the rings of each kind hold.
 class Ground
@@ -44,24 +67,28 @@ public:
     }
 
 private:
-    std::vector<int> WithCentreIn(const BoundaryRing& ring) const
+    std::vector<int> WithCentreIn(const BoundaryRing& ring)
     {
         std::vector<Position> corners = ring.line.points;
+        Box around = BoxAt(m_origin.ToLocal(corners.front()));
         for (Position& corner : corners) {
             corner = m_origin.ToLocal(corner);
+            around.Extend(BoxAt(corner));
         }
         const PlanRing plan(corners);
+        if (!m_centres) m_centres = TreeOfCentres(m_tin);
         std::vector<int> within;
-        for (int t = 0; t < m_tin.m_aTri.GetSize(); ++t) {
-            const CXYZ &a = CornerOf(m_tin, t, 0), &b = CornerOf(m_tin, t, 1), &c = CornerOf(m_tin, t, 2);
-            if (plan.Encloses((a.x + b.x + c.x) / 3.0, (a.y + b.y + c.y) / 3.0)) within.push_back(t);
-        }
+        m_centres->VisitTouching(around, [&](int t) {
+            const Position centre = CentreOf(m_tin, t);
+            if (plan.Encloses(centre.x, centre.y)) within.push_back(t);
+        });
         return within;
     }
 
     const CTin& m_tin;
     const LocalOrigin& m_origin;
     const EdgeRings m_edgeRings;
+    std::optional<BoxTree> m_centres;   // of the triangles, once they are asked for
     bool m_bounded = false;
     std::array<std::vector<bool>, 3> m_within;   // by kind, of each triangle
 };
