@@ -7,10 +7,7 @@
 
 #include "support/fixtures.h"
 #include "support/mesh_oracle.h"
-#include "tin/internal/first_triangles.h"
 #include "tin/internal/lines.h"
-#include "tin/internal/mesh_links.h"
-#include "tin/internal/vertex_walk.h"
 
 namespace {
 
@@ -130,42 +127,6 @@ TEST(Breaklines, ReferToTheVertexInUseWherePointsCoincide)
     const CArray<int>& aIndex = tin.m_aBreakLine[0].m_aVertexIndex;
     EXPECT_TRUE(tin.CheckPtUsed(aIndex[0]) && tin.CheckPtUsed(aIndex[1]));
     EXPECT_EQ(CountEnforced(tin, 0), 1);
-}
-
-// The lists of triangles against a scan of all, while corners go to new vertices and triangles are added at
-// random: no mesh need make sense of them.
-TEST(FirstTriangles, AreThoseThatAScanFinds)
-{
-    for (std::uint64_t nSeed = 0; nSeed < 20; ++nSeed) {
-        SCOPED_TRACE(nSeed);
-        Dice dice(nSeed);
-        CArray<CTriangle> aTri;
-        for (int t = 0; t < 40; ++t) {
-            aTri.Add(
-                qsv::MakeTriangle(dice.Below(14) - 2, dice.Below(14) - 2, dice.Below(14) - 2, -1, -1, -1));
-        }
-        CArray<int> aChosen;
-        for (int i = 0; i < 8; ++i) {
-            aChosen.Add(dice.Below(16) - 3);
-        }
-        qsv::FirstTriangles first(aTri, aChosen, 10);
-        for (int nStep = 0; nStep < 150; ++nStep) {
-            for (int i = 0; i < aChosen.GetSize(); ++i) {
-                const int nVt = aChosen[i];
-                ASSERT_EQ(first.IsChosen(nVt), nVt >= 0 && nVt < 10);
-                int nTri = -1, nSlot = -1;
-                const bool bFound = qsv::FindFirstTriangleOf(aTri, nVt, aTri.GetSize(), nTri, nSlot);
-                if (first.IsChosen(nVt) && dice.Below(2) == 0) {   // lists must not depend on being asked
-                    ASSERT_EQ(first.Find(nVt), bFound ? nTri : -1);
-                }
-            }
-            aTri[dice.Below(aTri.GetSize())].m_nVertex[dice.Below(3)] = 100 + nStep;
-            if (nStep % 3 == 0) {
-                first.Added(
-                    aTri.Add(qsv::MakeTriangle(dice.Below(12), 100 + nStep, dice.Below(12), -1, -1, -1)));
-            }
-        }
-    }
 }
 
 TEST(WalkAroundAVertex, BouncesAtTheOutsideOnceAStep)

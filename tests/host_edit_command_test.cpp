@@ -81,24 +81,24 @@ TEST_F(Edit, RefusesNonsenseAndLeavesTheFileAlone)
 TEST_F(Edit, ASurveyStaysSoundThroughEveryStep)
 {
     std::string points, lines;
+    const auto toMillimetres = [](double metres) {
+        return nlohmann::json(std::round(metres * 1000.0) / 1000.0).dump() + " ";
+    };
     for (int outcrop = 0; outcrop < 6; ++outcrop) {
         const double east = 21530180.0 + 37.3 * outcrop, north = 6782553.0 + 11.9 * (outcrop % 3);
         std::string ring;
         for (int i = 0; i <= 16; ++i) {
             const double turn = 2.0 * 3.14159265358979 * (i % 16) / 16.0,
                          radius = 9.0 + 2.0 * std::sin(3.0 * turn + outcrop);
-            ring += nlohmann::json(std::round((east + radius * std::cos(turn)) * 1000.0) / 1000.0).dump() +
-                    " " +
-                    nlohmann::json(std::round((north + radius * std::sin(turn)) * 1000.0) / 1000.0).dump() +
-                    " 14.5\n";
+            ring += toMillimetres(east + radius * std::cos(turn)) +
+                    toMillimetres(north + radius * std::sin(turn)) + "14.5\n";
         }
         lines += ring + "\n";
         for (int i = 0; i < 40; ++i) {
             const double turn = 2.4 * i, radius = std::sqrt(i) * 0.9;
-            points += nlohmann::json(std::round((east + radius * std::cos(turn)) * 1000.0) / 1000.0).dump() +
-                      " " +
-                      nlohmann::json(std::round((north + radius * std::sin(turn)) * 1000.0) / 1000.0).dump() +
-                      " " + std::to_string(16 + outcrop % 2 + i % 5) + "\n";
+            points += toMillimetres(east + radius * std::cos(turn)) +
+                      toMillimetres(north + radius * std::sin(turn)) +
+                      std::to_string(16 + outcrop % 2 + i % 5) + "\n";
         }
     }
     Put("rock.txt", points);

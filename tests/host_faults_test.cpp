@@ -238,9 +238,8 @@ private:
     {
         static const std::vector<std::string> aOption = Words(
             "--breaklines --order --trim-angle --eps --skip-bad --json -o --format --name --ascii --title "
-            "--tin "
-            "--nearest --view --size --exaggerate --skirt --merge --insert --delete --relink --help -- - "
-            "--no-edges -x --output= --perspective --units --surface --strings --codes --texture "
+            "--tin --nearest --view --size --exaggerate --skirt --merge --insert --delete --relink --help "
+            "-- - --no-edges -x --output= --perspective --units --surface --strings --codes --texture "
             "--grid-sphere");
         return Pick(aOption);
     }
@@ -250,14 +249,11 @@ private:
         static const std::vector<std::string> aValue = [] {
             std::vector<std::string> words = Words(
                 "0 -1 1e308 -1e-320 nan -inf 99999999999999999999 2147483648 0x10 .5 1e15 1,2 1,2,3 "
-                "nan,nan,nan "
-                "1e15,-1e15,1e15 5,5 -5,-5,-5 205,30 0,90 360,1 0,0 100x100 99999x99999 x , %s%n%n \xFF\xFE "
-                "zyx "
-                "pnezd é foot hill.tin bad.tin hill.txt wall.txt ring.txt garbage.tin garbage.txt "
-                "garbage.obj "
-                "garbage.ply garbage.stl empty.txt empty.tin empty.stl huge.tin huge.ply huge.txt folder "
-                "missing.tin /dev/null o.tin o.png o.svg o.pdf o.obj O.PLY o.dwg o.xml o.dxf folder/o.tin "
-                "missing/o.obj");
+                "nan,nan,nan 1e15,-1e15,1e15 5,5 -5,-5,-5 205,30 0,90 360,1 0,0 100x100 99999x99999 x , "
+                "%s%n%n \xFF\xFE zyx pnezd é foot hill.tin bad.tin hill.txt wall.txt ring.txt "
+                "garbage.tin garbage.txt garbage.obj garbage.ply garbage.stl empty.txt empty.tin empty.stl "
+                "huge.tin huge.ply huge.txt folder missing.tin /dev/null o.tin o.png o.svg o.pdf o.obj "
+                "O.PLY o.dwg o.xml o.dxf folder/o.tin missing/o.obj");
             words.insert(words.end(), {"", std::string(300, 'n')});
             return words;
         }();

@@ -178,22 +178,6 @@ TEST(Crossings, AreThoseOfAllPairs)
     }
 }
 
-TEST(Crossings, TellThePlaceAndBothHeights)
-{
-    const auto built = Build(Survey(Grid(9, 1000.0, 2000.0), {{{1000.5, 2004, 10}, {1007.5, 2004, 24}},
-                                                              {{1004, 2000.5, 50}, {1004, 2007.5, 50}},
-                                                              {{1000.5, 2004, 10}, {1000.5, 2007, 12}}}));
-    ASSERT_EQ(built->report.crossings.size(), 1u) << "lines that share an end do not cross";
-    const ReportedCrossing& crossing = built->report.crossings[0];
-    EXPECT_EQ(crossing.lines[0].number, 1);
-    EXPECT_EQ(crossing.lines[1].number, 2);
-    EXPECT_NEAR(crossing.x, 1004.0, 1e-9);
-    EXPECT_NEAR(crossing.y, 2004.0, 1e-9);
-    EXPECT_NEAR(crossing.heights[0], 17.0, 1e-9);
-    EXPECT_NEAR(crossing.heights[1], 50.0, 1e-9);
-    EXPECT_EQ(built->report.segmentsEnforced, 3u) << "both are edges all the same";
-}
-
 // The corner (0, 0) belongs to one triangle. A line that comes along the hull and turns there is not followed
 // any further by the library, whose walk finds no way around the corner.
 TEST(Terrain, FollowsALineBeyondACornerOfOneTriangle)

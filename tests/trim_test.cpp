@@ -10,13 +10,6 @@ namespace {
 
 const double kDegree = std::acos(-1.0) / 180.0;
 
-// Two towers of points 10 apart on a common base line, and one point just above the middle of that line: the
-// triangle it makes with the line's ends has one outer edge, with base angles of 5.7 degrees.
-CTin NotchedBase()
-{
-    return Built({{0, 0, 0}, {10, 0, 0}, {5, 0.5, 0}, {0, 8, 0}, {10, 8, 0}});
-}
-
 }   // namespace
 
 TEST(Shape, MeasuresAnglesAndLengthsOfATriangle)
@@ -73,7 +66,8 @@ TEST(Shape, TakesTheFirstOfEqualOnes)
 
 TEST(Trimming, CutsOuterTrianglesWithThinBaseAngles)
 {
-    CTin tin = NotchedBase();
+    // Base angles of 5.7 degrees below the point just above the middle of the base line.
+    CTin tin = Built({{0, 0, 0}, {10, 0, 0}, {5, 0.5, 0}, {0, 8, 0}, {10, 8, 0}});
     ASSERT_EQ(tin.GetTriSize(), 4) << "around the point in the middle";
     EXPECT_EQ(tin.DelTriWithAngle(0.0, 1), 1);
     EXPECT_EQ(tin.DelTriWithAngle(std::numeric_limits<double>::quiet_NaN(), 1), 1);
