@@ -15,19 +15,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A pyramid 10 wide and 8 high over a square at height 1; the apex is vertex 4.
-constexpr char kHill[] = "0 0 1\n10 0 1\n10 10 1\n0 10 1\n5 5 9\n";
-
 class TinFile : public ProgramTest
 {
 protected:
-    TinFile() { Put("hill.txt", kHill); }
-
-    void Build(const std::string& file, const std::string& more = "") const
-    {
-        const Result result = Run("build hill.txt -o " + file + " " + more);
-        ASSERT_EQ(result.status, 0) << result.err;
-    }
+    TinFile() { PutHill(); }
 
     CArray<CTin, CTin&> Read(const std::string& file) const
     {
@@ -128,7 +119,7 @@ TEST_F(TinFile, ConvertsBetweenFormsWithoutLosingABit)
 
 TEST_F(TinFile, JoinsTinsAndChoosesBetweenThem)
 {
-    Build("hill.tin", "--format 0");
+    ASSERT_EQ(Run("build hill.txt -o hill.tin --format 0").status, 0);
     Put("flat.txt", "0 0 2\n4 0 2\n0 4 2\n");
     ASSERT_EQ(Run("build flat.txt -o flat.tin --name 7").status, 0);
     ASSERT_EQ(Run("build flat.txt -o flat.obj").status, 0);
@@ -229,7 +220,6 @@ TEST_F(TinFile, CheckNamesEveryFaultAndFails)
 
 TEST_F(TinFile, RefusesFilesThatAreNone)
 {
-    Build("hill.tin");
     const std::string whole = Get("hill.tin");
     Put("short.tin", whole.substr(0, whole.size() - 1));
     Put("long.tin", whole + "x");
