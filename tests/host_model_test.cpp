@@ -187,6 +187,7 @@ TEST_F(Model, RefusesWhatIsDamaged)
          "a.stl:5: a facet needs three vertices"},
         {"a.stl", "solid\nvertex 0 0 0\nvertex 1 0 0\nvertex 0 1 0\nvertex 0 2 0\n", "this is one more"},
         {"a.stl", "solid\nvertex 0 0 0\nvertex 1 0 0\n", "cut short"},
+        {"a.stl", "solid\nvertex 0 0 0\nvertex 1 0 0\nvertex 0 1 0\nendfacet\n", "the solid does not end"},
         {"a.stl", "solid\nvertex 0 0\n", "a.stl:2: a vertex needs x, y and z"},
         {"a.stl", "solid\nendsolid\n", "a.stl has no triangles"},
     };

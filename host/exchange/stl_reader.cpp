@@ -74,9 +74,11 @@ MeshData ReadText(TextFile text)
     std::vector<std::string_view> fields;
     std::array<Position, 3> corners;
     std::size_t known = 0;
+    bool ended = false;
     for (std::string_view line; text.NextLine(line);) {
         SplitFields(Trimmed(line), Separator::Blank, fields);
         if (fields.empty()) continue;
+        ended = fields[0] == "endsolid";
         if (fields[0] == "vertex") {
             Position at;
             if (fields.size() != 4 || !ParseNumber(fields[1], at.x) || !ParseNumber(fields[2], at.y) ||
@@ -93,6 +95,7 @@ MeshData ReadText(TextFile text)
         }
     }
     if (known != 0) fail("the last facet does not end; the file is cut short");
+    if (!ended) fail("the solid does not end; the file is cut short");
     return mesh;
 }
 
