@@ -1,3 +1,4 @@
+#include "host/failure.h"
 #include "host/report/build_report.h"
 #include "host/terrain/edge_chains.h"
 #include "host/terrain/local_origin.h"
@@ -176,6 +177,22 @@ TEST(Crossings, AreThoseOfAllPairs)
             EXPECT_EQ((std::array{first.line, first.segment, second.line, second.segment}), expected[k]);
         }
     }
+}
+
+// With n lines that all cross, each crossing makes vertices in all lines there: memory would grow with the third power.
+TEST(Crossings, OfAllLinesWithEachOtherAreRefused)
+{
+    std::vector<Position> vertices;
+    std::vector<SurveyLine> lines(210);
+    for (SurveyLine& line : lines) {
+        const int n = static_cast<int>(vertices.size());
+        vertices.push_back({0.5 * n, 0.0, 0.0});
+        vertices.push_back({210.0 - 0.5 * n, 1.0, 0.0});
+        line.vertices = {n, n + 1};
+    }
+    EXPECT_THROW(FindCrossings(lines, vertices), Failure);   // 210 * 209 / 2 = 21945
+    lines.resize(190);
+    EXPECT_EQ(FindCrossings(lines, vertices).size(), 17955u);
 }
 
 // The corner (0, 0) belongs to one triangle. A line that comes along the hull and turns there is not followed

@@ -26,7 +26,8 @@ struct Crossing {
 
 /// Every place where two segments cross properly in plan, each in the interior of the other, ordered by the
 /// first line, its segment, the second line and its segment. Segments that share a vertex do not cross.
-/// Near-linear for lines that do not cross much: segments are sorted into a grid of cells.
+/// Near-linear for lines that do not cross much. Throws Failure when they cross each other all over: more than
+/// 20,000 times and four times a segment.
 std::vector<Crossing> FindCrossings(const std::vector<SurveyLine>& lines,
                                     const std::vector<Position>& vertices);
 

@@ -106,7 +106,9 @@ Terrain BuildTerrain(const PreparedSurvey& survey, double eps, double trimDegree
 {
     constexpr double kRadiansPerDegree = 3.14159265358979323846 / 180.0;
     // The TIN is made in place: assigning one would drop its tolerances.
-    Terrain terrain{TriangulateWithLines(survey, eps), survey.origin, survey.lines, {}, {}, {}};
+    const std::vector<Crossing> crossings =
+        FindCrossings(survey.lines, survey.vertices);   // refuses too many
+    Terrain terrain{TriangulateWithLines(survey, eps), survey.origin, survey.lines, crossings, {}, {}};
     terrain.surveyVertices = static_cast<int>(survey.vertices.size());
     // Corners stay, so that something is always left.
     if (trimDegrees > 0.0) terrain.tin.DelTriWithAngle(trimDegrees * kRadiansPerDegree, 1);
@@ -117,7 +119,6 @@ Terrain BuildTerrain(const PreparedSurvey& survey, double eps, double trimDegree
 void CheckTerrain(const PreparedSurvey& survey, Terrain& terrain)
 {
     terrain.missing = FindMissing(terrain.tin, terrain.lines);
-    terrain.crossings = FindCrossings(terrain.lines, survey.vertices);
     terrain.unused = FindUnused(terrain.tin, survey.sources);
 }
 

@@ -16,12 +16,12 @@ struct Terrain {
     CTin tin;   ///< relative to the origin
     LocalOrigin origin;
     std::vector<SurveyLine> lines;
+    std::vector<Crossing> crossings;   ///< of two lines; relative to the origin
 
     // What CheckTerrain found:
     std::vector<std::vector<std::size_t>>
-        missing;                       ///< of each line, the segments that are no chain of edges
-    std::vector<Crossing> crossings;   ///< of two lines; relative to the origin
-    std::vector<Source> unused;        ///< positions that no triangle uses
+        missing;                  ///< of each line, the segments that are no chain of edges
+    std::vector<Source> unused;   ///< positions that no triangle uses
 
     int surveyVertices =
         0;   ///< so many of the first vertices were surveyed; the others came with breaklines
