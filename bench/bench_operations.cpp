@@ -186,7 +186,12 @@ const Operation kOperations[] = {
     {"AddTIN to itself", Terrain, [](CTin& tin) { tin.AddTIN(tin); }},
     {"CalAllArea", Terrain, [](CTin& tin) { tin.CalAllArea(); }},
     {"WriteBIN_VER0", Terrain, [](CTin& tin) { tin.WriteBIN_VER0(kFile); }},
-    {"ReadBIN_VER0", [](int) { return CTin(); }, [](CTin& tin) { tin.ReadBIN_VER0(kFile); }},
+    {"ReadBIN_VER0",
+     [](int n) {
+         Terrain(n).WriteBIN_VER0(kFile);
+         return CTin();
+     },
+     [](CTin& tin) { tin.ReadBIN_VER0(kFile); }},
 };
 
 bool IsWanted(const char* name, const char* part)
