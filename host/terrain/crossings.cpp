@@ -68,7 +68,9 @@ Pieces CutIntoPieces(const std::vector<Segment>& segments, const std::vector<Pos
     Pieces pieces;
     for (std::size_t i = 0; i < segments.size(); ++i) {
         const Position a = start(segments[i]), b = end(segments[i]);
-        const double count = std::fmax(1.0, std::ceil(length(segments[i]) / most));
+        // Never more than there are segments, but for lengths so small that their mean is 0.
+        const double count = std::fmin(std::fmax(1.0, std::ceil(length(segments[i]) / most)),
+                                       static_cast<double>(segments.size()));
         const double margin = 1e-3 * length(segments[i]) / count;   // against rounding
         for (double k = 0.0; k < count; ++k) {
             const auto [west, east] =
