@@ -156,7 +156,7 @@ CTin SampleTerrain()
     return tin;
 }
 
-TEST(ViewPainter, ShowsWhatADepthBufferShows)
+TEST(ViewPainter, ShowsTheNearestTriangle)
 {
     constexpr int kWidth = 480, kHeight = 360;
     const struct {
@@ -185,7 +185,7 @@ TEST(ViewPainter, ShowsWhatADepthBufferShows)
                 different += painted[i] != nearest[i];
             }
             EXPECT_GT(covered, kWidth * kHeight / 20);
-            EXPECT_LT(different, 0.001 * covered) << "of " << covered;
+            EXPECT_LE(different, 2) << "of " << covered << ": those whose middle lies on an edge";
         }
     }
 }

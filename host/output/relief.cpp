@@ -22,20 +22,6 @@ struct PixelSum {
     std::uint16_t hits = 0;
 };
 
-// A quantity over a triangle. A sliver's plane, tilted by rounding, does not leave the values of its corners.
-struct Quantity {
-    Plane plane;
-    double lowest;
-    double highest;
-
-    Quantity(const std::array<Dot, 3>& corners, const std::array<double, 3>& values)
-        : plane(PlaneThrough(corners, values)), lowest(std::min({values[0], values[1], values[2]})),
-          highest(std::max({values[0], values[1], values[2]}))
-    {
-    }
-    double At(double x, double y) const { return std::clamp(plane.At(x, y), lowest, highest); }
-};
-
 double Mixed(double facet, double smooth)
 {
     return facet + kSmoothShare * (smooth - facet);

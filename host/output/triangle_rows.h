@@ -41,6 +41,20 @@ inline Plane PlaneThrough(const std::array<Dot, 3>& c, const std::array<double, 
     return {value[0] - alongX * c[0].x - alongY * c[0].y, alongX, alongY};
 }
 
+/// A quantity over a triangle. A sliver's plane, tilted by rounding, does not leave the values of its corners.
+struct Quantity {
+    Plane plane;
+    double lowest;
+    double highest;
+
+    Quantity(const std::array<Dot, 3>& corners, const std::array<double, 3>& values)
+        : plane(PlaneThrough(corners, values)), lowest(std::min({values[0], values[1], values[2]})),
+          highest(std::max({values[0], values[1], values[2]}))
+    {
+    }
+    double At(double x, double y) const { return std::clamp(plane.At(x, y), lowest, highest); }
+};
+
 /// Where the edge between two corners crosses the middle of a row of samples. The upper corner always comes
 /// first, so that both triangles of the edge find the same place to the bit.
 inline double CrossingOfRow(const Dot& a, const Dot& b, double rowY)

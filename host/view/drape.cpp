@@ -165,6 +165,7 @@ private:
 
 std::vector<Path> Drape(const Scene& scene, const std::vector<Path>& lines)
 {
+    if (lines.empty()) return {};   // spares the boxes
     const Draper draper(scene);
     std::vector<Path> laid;
     for (const Path& line : lines) {

@@ -20,8 +20,7 @@ struct Extent {
 struct Drawing {
     std::vector<Seen> vertices;
     std::vector<std::array<int, 3>> triangles;
-    std::vector<int> order;        ///< of the triangles, the farthest first
-    std::vector<Extent> extents;   ///< of the triangles, in this order
+    std::vector<Extent> extents;   ///< of the triangles
     int scale = 1;                 ///< its pixels for one of the frame, in each direction
 
     const Seen& Corner(int triangle, std::size_t k) const
@@ -33,9 +32,13 @@ struct Drawing {
         const Seen &a = Corner(triangle, 0), &b = Corner(triangle, 1), &c = Corner(triangle, 2);
         return {{{a.x, a.y}, {b.x, b.y}, {c.x, c.y}}};
     }
+    std::array<double, 3> DepthsOf(int triangle) const
+    {
+        return {Corner(triangle, 0).depth, Corner(triangle, 1).depth, Corner(triangle, 2).depth};
+    }
 };
 
-/// Brings every vertex into the picture and orders the triangles for painting.
+/// Brings every vertex into the picture.
 /// @param scale  1 for the frame's own pixels, or how many finer ones there are for each
 Drawing MakeDrawing(const Scene& scene, const ViewFrame& frame, int scale = 1);
 
@@ -45,10 +48,12 @@ struct Band {
     int firstRow = 0;   ///< of the picture's rows of samples
     int rows = 0;
     std::vector<int> owners;
+    std::vector<double> depths;   ///< of what is seen
 };
 
-/// Paints the triangles into a band, one over the other. A sample on the edge of two triangles belongs to
-/// exactly one of them, so that nothing shows through between them.
+/// Paints the triangles into a band: of those at a sample the nearest is seen, the first of several as near as each
+/// other (Catmull 1974). A sample on the edge of two triangles belongs to exactly one of them, so that nothing
+/// shows through between them.
 /// @param samples  for a pixel, in each direction
 void Paint(const Drawing& drawing, int samples, Band& band);
 

@@ -75,12 +75,16 @@ Scene MakeScene(const CTin& tin, double exaggeration, std::optional<double> skir
 
 std::vector<Position> GroundOf(const Scene& scene)
 {
-    std::vector<Position> ground;
+    std::vector<bool> isUsed(static_cast<std::size_t>(scene.tin.m_aVertex.GetSize()));
     for (int t = 0; t < scene.tin.m_aTri.GetSize(); ++t) {
-        for (int k = 0; k < 3; ++k) {
-            const CXYZ& p = scene.Corner(t, k);
-            ground.push_back({p.x, p.y, p.z});
+        for (const int v : scene.tin.m_aTri[t].m_nVertex) {
+            isUsed[static_cast<std::size_t>(v)] = true;
         }
+    }
+    std::vector<Position> ground;
+    for (int v = 0; v < scene.tin.m_aVertex.GetSize(); ++v) {
+        const CXYZ& p = scene.tin.m_aVertex[v];
+        if (isUsed[static_cast<std::size_t>(v)]) ground.push_back({p.x, p.y, p.z});
     }
     return ground;
 }

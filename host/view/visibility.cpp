@@ -51,9 +51,7 @@ std::vector<Step> StepsOf(const std::vector<Path>& paths, const ViewFrame& frame
 bool IsBehind(const Drawing& drawing, int triangle, const Dot& at, double depth)
 {
     constexpr double kRounding = 1e-7;
-    const Plane plane = PlaneThrough(drawing.CornersOf(triangle),
-                                     {drawing.Corner(triangle, 0).depth, drawing.Corner(triangle, 1).depth,
-                                      drawing.Corner(triangle, 2).depth});
+    const Plane plane = PlaneThrough(drawing.CornersOf(triangle), drawing.DepthsOf(triangle));
     const double slack = (std::fabs(plane.alongX) + std::fabs(plane.alongY)) / kSamples + kRounding;
     return depth - plane.At(at.x, at.y) > slack;
 }
