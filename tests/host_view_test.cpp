@@ -82,6 +82,15 @@ CTin SpiralRamp()
     });
 }
 
+// Two slopes that pass through each other.
+CTin PiercingSlopes()
+{
+    CTin tin = Sheet(9, [](double u, double v) { return CXYZ(100.0 * u, 100.0 * v, 40.0 * u); });
+    CTin other = Sheet(7, [](double u, double v) { return CXYZ(100.0 * u, 100.0 * v, 30.0 - 45.0 * u * v); });
+    tin.AddTIN(other);
+    return tin;
+}
+
 PictureOptions Picture(const View& view, int width, int height)
 {
     PictureOptions options;
@@ -169,6 +178,7 @@ TEST(ViewPainter, ShowsTheNearestTriangle)
         {"sample on a block", SampleTerrain(), 150.0},
         {"overhanging wave", OverhangingWave(), {}},
         {"spiral ramp", SpiralRamp(), {}},
+        {"piercing slopes", PiercingSlopes(), {}},
     };
     for (const auto& c : aCase) {
         const Scene scene = qsvtin::MakeScene(c.tin, 1.5, c.skirt);
@@ -187,6 +197,24 @@ TEST(ViewPainter, ShowsTheNearestTriangle)
             EXPECT_GT(covered, kWidth * kHeight / 20);
             EXPECT_LE(different, 2) << "of " << covered << ": those whose middle lies on an edge";
         }
+    }
+}
+
+// Two triangulations of a slope: rounding must not choose between them anew at every sample.
+TEST(ViewPainter, ShowsTheFirstOfSurfacesThatLieInEachOther)
+{
+    const auto slope = [](double u, double v) { return CXYZ(100.0 * u, 100.0 * v, 20.0 * u + 7.0 * v); };
+    CTin tin = Sheet(30, slope);
+    const int first = tin.GetTriSize();
+    CTin other = Sheet(7, [&](double u, double v) { return slope(0.1 + 0.8 * u, 0.1 + 0.8 * v); });
+    tin.AddTIN(other);
+    const Scene scene = qsvtin::MakeScene(tin, 1.0, {});
+    for (const View& view : Views()) {
+        const Drawing drawing = qsvtin::MakeDrawing(scene, qsvtin::FrameOf(scene, Picture(view, 480, 360)));
+        const std::vector<int> painted = PaintedTriangles(drawing, 480, 360);
+        const int last = *std::max_element(painted.begin(), painted.end());
+        EXPECT_GE(last, 0);
+        EXPECT_LT(last, first) << view.azimuth << "," << view.elevation;
     }
 }
 

@@ -16,7 +16,7 @@ float Coarse(double y)
 
 void PaintTriangle(const Drawing& drawing, int triangle, int samples, Band& band)
 {
-    constexpr double kSameDepth = 1e-9;   // of surfaces that lie in each other; rounding reaches 1e-11
+    constexpr double kSameDepth = 1e-10;   // of surfaces that lie in each other; rounding reaches 1e-11
     std::array<Dot, 3> corners = drawing.CornersOf(triangle);
     for (Dot& corner : corners) {
         corner = {samples * corner.x, samples * corner.y};
