@@ -24,7 +24,7 @@ set(QSV_SOURCES
   tin/internal/mesh_links.cpp
   tin/internal/mesh_split.cpp
   tin/internal/mesh_walk.cpp
-  tin/internal/morton_order.cpp
+  tin/internal/hilbert_order.cpp
   tin/internal/nearest_triangle.cpp
   tin/internal/normal.cpp
   tin/internal/occlusion.cpp

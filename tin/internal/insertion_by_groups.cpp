@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "tin/internal/morton_order.h"
+#include "tin/internal/hilbert_order.h"
 #include "tin/internal/plan_receiver.h"
 #include "tin/internal/plan_search.h"
 #include "tin/internal/prefetch.h"
@@ -223,7 +223,7 @@ Array<int> SeatsByRank(const CArray<int>& aSeat, const CArray<int>& aRank)
 int InsertByGroups(const Mesh& mesh, const CArray<int>& aOutline, const CXYZ& lower, double dSide,
                    const Progress& progress, const CArray<int>& aSeat)
 {
-    Array<int> aRank = MortonRanks(mesh.aVertex, lower, dSide);
+    Array<int> aRank = HilbertRanks(mesh.aVertex, lower, dSide);
     PlanMesh planMesh(mesh.aVertex, aRank);
     const Array<int> aRankedSeat = SeatsByRank(aSeat, aRank);
     planMesh.Load(mesh.aTri, aRankedSeat, aRank);

@@ -1,6 +1,7 @@
-#include "tin/internal/morton_order.h"
+#include "tin/internal/hilbert_order.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 
 namespace qsv {
@@ -18,13 +19,67 @@ struct Coded {
     int nVt;
 };
 
-// Moves the lower 16 bits to the even places.
-std::uint32_t Spread(std::uint32_t n)
+// How the curve lies in a square: it begins at the lower left and ends at the lower right corner, or this with the axes
+// exchanged, or turned by half, or both.
+enum Lie : unsigned { kAsIs = 0, kExchanged = 1, kTurned = 2, kBoth = kExchanged | kTurned };
+
+//     1 - 2        The quarters of a square that the curve lies in as it is. In the first and in the last, the curve
+//     |   |        lies with the axes exchanged, in the last turned as well.
+//     0   3
+constexpr int kBitsPerStep = 4;
+constexpr unsigned kSmallPerSide = 1u << kBitsPerStep;
+
+// For each of the 16 x 16 small squares of a square: its place along the curve, and how the curve lies in it.
+struct Step {
+    std::uint8_t nPlace, nLie;
+};
+using StepTable = std::array<Step, 4 * kSmallPerSide * kSmallPerSide>;
+
+constexpr unsigned StepIndex(unsigned nLie, unsigned x, unsigned y)
 {
-    n = (n | (n << 8)) & 0x00FF00FFu;
-    n = (n | (n << 4)) & 0x0F0F0F0Fu;
-    n = (n | (n << 2)) & 0x33333333u;
-    return (n | (n << 1)) & 0x55555555u;
+    return (nLie * kSmallPerSide + x) * kSmallPerSide + y;
+}
+
+constexpr Step StepTo(unsigned nLie, unsigned x, unsigned y)
+{
+    unsigned nPlace = 0;
+    for (unsigned nHalf = kSmallPerSide / 2; nHalf > 0; nHalf /= 2) {
+        const unsigned nTurn = nLie & kTurned ? 1 : 0;
+        const unsigned right = (x & nHalf ? 1 : 0) ^ nTurn, up = (y & nHalf ? 1 : 0) ^ nTurn;
+        const unsigned a = nLie & kExchanged ? up : right, b = nLie & kExchanged ? right : up;
+        const unsigned nQuarter = 2 * a + (a ^ b);
+        nPlace = 4 * nPlace + nQuarter;
+        nLie ^= nQuarter == 0 ? kExchanged : nQuarter == 3 ? kBoth : kAsIs;
+    }
+    return {static_cast<std::uint8_t>(nPlace), static_cast<std::uint8_t>(nLie)};
+}
+
+constexpr StepTable MakeSteps()
+{
+    StepTable aStep = {};
+    for (unsigned nLie = kAsIs; nLie <= kBoth; ++nLie) {
+        for (unsigned x = 0; x < kSmallPerSide; ++x) {
+            for (unsigned y = 0; y < kSmallPerSide; ++y) {
+                aStep[StepIndex(nLie, x, y)] = StepTo(nLie, x, y);
+            }
+        }
+    }
+    return aStep;
+}
+
+constexpr StepTable kSteps = MakeSteps();
+
+// The place of a smallest quarter along the curve.
+std::uint32_t PlaceAlongCurve(std::uint32_t x, std::uint32_t y)
+{
+    std::uint32_t nPlace = 0, nLie = kAsIs;
+    for (int nShift = kBitsPerAxis - kBitsPerStep; nShift >= 0; nShift -= kBitsPerStep) {
+        const Step step =
+            kSteps[StepIndex(nLie, (x >> nShift) % kSmallPerSide, (y >> nShift) % kSmallPerSide)];
+        nPlace = nPlace << 2 * kBitsPerStep | step.nPlace;
+        nLie = step.nLie;
+    }
+    return nPlace;
 }
 
 std::uint32_t QuarterOf(double dOffset, double dQuartersPerUnit)
@@ -65,7 +120,7 @@ void SortAlongCurve(const CArray<CXYZ>& aVertex, Coded* pFirst, Coded* pRoom, in
     for (int i = 0; i < n; ++i) {
         const CXYZ& v = aVertex[pFirst[i].nVt];
         pFirst[i].nCode =
-            Spread(QuarterOf(v.x - square.x, dPerUnit)) | (Spread(QuarterOf(v.y - square.y, dPerUnit)) << 1);
+            PlaceAlongCurve(QuarterOf(v.x - square.x, dPerUnit), QuarterOf(v.y - square.y, dPerUnit));
     }
     if (n > 1000) {
         SortByCode(pFirst, pRoom, n);
@@ -88,7 +143,7 @@ void SortAlongCurve(const CArray<CXYZ>& aVertex, Coded* pFirst, Coded* pRoom, in
 
 }   // namespace
 
-Array<int> MortonRanks(const CArray<CXYZ>& aVertex, const CXYZ& lower, double dSide)
+Array<int> HilbertRanks(const CArray<CXYZ>& aVertex, const CXYZ& lower, double dSide)
 {
     const int n = aVertex.GetSize();
     CArray<Coded> aCoded, aRoom;
