@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 
 #include "tin/internal/hull.h"
 #include "tin/internal/plan.h"
@@ -14,6 +13,7 @@ namespace {
 constexpr int kSectors = 4096;
 constexpr int kSectorsPerQuarter = kSectors / 4;
 constexpr int kFewVertices = 2000;   // not worth the effort
+constexpr int kSampleStride = 16;    // a first guess of the hull needs no more of the vertices
 // How much nearer to the centre than the hull a vertex must be to take no part, and how near it still may be. Parts of
 // the distance of the hull's edges from the centre, which is not below kThinnest of the range.
 constexpr double kOuterPart = 0.999, kInnerPart = 0.05, kThinnest = 0.01;
@@ -27,9 +27,10 @@ public:
     // Rises with the direction; at the centre any number.
     int Of(const CXYZ& p) const
     {
-        const double dx = p.x - m_centre.x, dy = p.y - m_centre.y;
+        const double dx = p.x - m_centre.x + 0.0, dy = p.y - m_centre.y;   // no zero below 0
         const double d = dy / (std::fabs(dx) + std::fabs(dy));   // -1 .. 1, as in the directions from -pi/2
-        const double dTurn = dx >= 0.0 ? d + 1.0 : 3.0 - d;      // 0 .. 4
+        const double dTurn =
+            2.0 + std::copysign(1.0, dx) * (d - 1.0);   // d + 1 or 3 - d, without a guess: 0 .. 4
         return dTurn > 0.0 ? std::min(static_cast<int>(dTurn * kSectorsPerQuarter), kSectors - 1) : 0;
     }
     double Distance2(const CXYZ& p) const
@@ -239,32 +240,27 @@ private:
     CArray<Flank> m_aBefore, m_aAfter;   // of each corner
 };
 
-// All vertices with their sectors.
+// All vertices, in the sectors about the centre.
 class Candidates
 {
 public:
-    Candidates(const CArray<CXYZ>& aVertex, const CXYZ& centre) : m_aVertex(aVertex), m_sectors(centre)
-    {
-        m_aSector.SetSize(aVertex.GetSize(), -1);
-        for (int i = 0; i < aVertex.GetSize(); ++i) {
-            m_aSector[i] = static_cast<std::uint16_t>(m_sectors.Of(aVertex[i]));
-        }
-    }
+    Candidates(const CArray<CXYZ>& aVertex, const CXYZ& centre) : m_aVertex(aVertex), m_sectors(centre) {}
 
     const Sectors& GetSectors() const { return m_sectors; }
 
-    // Of each sector in which a vertex lies, the farthest.
-    Array<int> Farthest() const
+    // One of every nStride vertices is looked at: of each sector in which any of those lies, the farthest.
+    Array<int> Farthest(int nStride) const
     {
         Array<int> aFarthest, aFound;
         Array<double> aDistance2;
         aFarthest.SetSize(kSectors, -1);
         aDistance2.SetSize(kSectors, -1);
-        for (int i = 0; i < m_aVertex.GetSize(); ++i) {
+        for (int i = 0; i < m_aVertex.GetSize(); i += nStride) {
+            const int nSector = m_sectors.Of(m_aVertex[i]);
             const double d = m_sectors.Distance2(m_aVertex[i]);
-            if (d > aDistance2[m_aSector[i]]) {
-                aDistance2[m_aSector[i]] = d;
-                aFarthest[m_aSector[i]] = i;
+            if (d > aDistance2[nSector]) {
+                aDistance2[nSector] = d;
+                aFarthest[nSector] = i;
             }
         }
         for (int s = 0; s < kSectors; ++s) {
@@ -280,8 +276,9 @@ public:
     {
         Array<int> aFound;
         for (int i = 0; i < m_aVertex.GetSize(); ++i) {
-            const double d = m_sectors.Distance2(m_aVertex[i]);
-            if (!(d < aClear2[m_aSector[i]] * (kOuterPart * kOuterPart) && d >= dInner2)) {
+            const CXYZ& v = m_aVertex[i];
+            const double d = m_sectors.Distance2(v);
+            if (!(d < aClear2[m_sectors.Of(v)] * (kOuterPart * kOuterPart) && d >= dInner2)) {
                 aFound.Add(i);
             }
         }
@@ -291,12 +288,16 @@ public:
 private:
     const CArray<CXYZ>& m_aVertex;
     const Sectors m_sectors;
-    CArray<std::uint16_t> m_aSector;
 };
 
 bool AreEqual(const CArray<int>& a, const CArray<int>& b)
 {
     return a.GetSize() == b.GetSize() && std::equal(a.GetData(), a.GetData() + a.GetSize(), b.GetData());
+}
+
+bool IsWide(const SeenHull& hull, double dSide)
+{
+    return hull.Size() >= 3 && hull.Thinness() > kThinnest * dSide;
 }
 
 // The candidates, or nothing when it is not certain that they do.
@@ -306,14 +307,17 @@ Array<int> FewCandidates(const CArray<CXYZ>& aVertex, const CXYZ& centre, double
     const auto hullOf = [&](const CArray<int>& aFrom) {
         return ScanHull(aVertex, StarRing(aVertex, aFrom, centre), dEPS2);
     };
-    const Array<int> aRough = hullOf(all.Farthest());
+    Array<int> aRough = hullOf(all.Farthest(kSampleStride));
+    if (!IsWide(SeenHull(aVertex, aRough, centre), dSide)) {
+        aRough = hullOf(all.Farthest(1));
+    }
     const SeenHull rough(aVertex, aRough, centre);
-    if (rough.Size() < 3 || !(rough.Thinness() > kThinnest * dSide)) {
+    if (!IsWide(rough, dSide)) {
         return {};
     }
     const Array<int> aHull = hullOf(all.Outside(rough.ClearDistances2(all.GetSectors()), 0.0));
     const SeenHull hull(aVertex, aHull, centre);
-    if (hull.Size() < 3 || !(hull.Thinness() > kThinnest * dSide)) {
+    if (!IsWide(hull, dSide)) {
         return {};
     }
     Array<double> aClear2 = hull.ClearDistances2(all.GetSectors());
