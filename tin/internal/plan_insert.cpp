@@ -13,7 +13,7 @@ constexpr int kUsualDepth = 64;   // of edges that wait; there is room for more 
 
 PlanInserter::PlanInserter(PlanMesh& mesh, WalkTraps* pTraps) : m_mesh(mesh), m_pTraps(pTraps)
 {
-    m_aPending.SetSize(kUsualDepth, -1);
+    m_aWaiting.SetSize(kUsualDepth, -1);
 }
 
 // A triangle as it is, from a corner on.
@@ -52,15 +52,7 @@ void PlanInserter::SplitInside(int nRank, int nTri)
     m_mesh.Link(Corner(t, 2), Corner(t2, 1));
     m_mesh.Link(Corner(t1, 2), Corner(t, 1));
     m_mesh.Link(Corner(t2, 2), Corner(t1, 1));
-    const Apex p = ApexAt(nRank);
-    const PlanPlace &a = m_mesh.PlaceOf(old.nRank[0]), &b = m_mesh.PlaceOf(old.nRank[1]),
-                    &c = m_mesh.PlaceOf(old.nRank[2]);
-    FacedEdge aEdge[3];
-    Foresee(p, {Corner(t2, 0), c, a}, {Corner(t1, 0), b, c}, 0, aEdge[2], aEdge[1]);
-    Foresee(p, {Corner(t, 0), a, b}, {Corner(t1, 0), b, c}, 0, aEdge[0], aEdge[1]);
-    for (const FacedEdge& edge : aEdge) {
-        Legalize(p, edge);
-    }
+    LegalizeAround(nRank, {t, t1, t2});
 }
 
 //            v2                         v2
@@ -74,7 +66,6 @@ void PlanInserter::SplitInside(int nRank, int nTri)
 //            w1                         w1
 void PlanInserter::SplitOnEdge(int nRank, Corner faces)
 {
-    const Apex p = ApexAt(nRank);
     const int t = faces.Tri(), t1 = PlanMesh::FirstSeatOf(nRank), t3 = t1 + 1;
     const Split oldT = Before(faces);   // v2, v0, v1
     const Corner across = oldT.across[0];
@@ -85,11 +76,7 @@ void PlanInserter::SplitOnEdge(int nRank, Corner faces)
     if (across.IsOutside()) {
         m_mesh.Link(Corner(t, 1), across);
         m_mesh.Link(Corner(t1, 2), across);
-        FacedEdge aEdge[2];
-        Foresee(p, WedgeAt(Corner(t, 0)), WedgeAt(Corner(t1, 0)), 0, aEdge[0], aEdge[1]);
-        for (const FacedEdge& edge : aEdge) {
-            Legalize(p, edge);
-        }
+        LegalizeAround(nRank, {t, t1});
         return;
     }
     const int u = across.Tri();
@@ -100,23 +87,19 @@ void PlanInserter::SplitOnEdge(int nRank, Corner faces)
     m_mesh.Link(Corner(u, 2), Corner(t, 1));
     m_mesh.Link(Corner(t3, 2), Corner(u, 1));
     m_mesh.Link(Corner(t1, 2), Corner(t3, 1));
-    FacedEdge aEdge[4];
-    Foresee(p, WedgeAt(Corner(t, 0)), WedgeAt(Corner(t1, 0)), 0, aEdge[0], aEdge[1]);
-    Foresee(p, WedgeAt(Corner(u, 0)), WedgeAt(Corner(t3, 0)), 0, aEdge[2], aEdge[3]);
-    for (const FacedEdge& edge : aEdge) {
-        Legalize(p, edge);
-    }
+    LegalizeAround(nRank, {t, t1, u, t3});
 }
 
 // Across the edge Q-R of a wedge lies D, which on the outside is nowhere: no circle leaves that out, and with nothing is it
 // convex. The test is IsOutsideCircle(R, P, Q, D), operation by operation; when det is 0, neither square is a number
 // that could be the larger one.
+template <bool WITH_TRAPS>
 inline void PlanInserter::Foresee(const Apex& P, const Wedge& one, const Wedge& other, int nDepth,
                                   FacedEdge& edge, FacedEdge& otherEdge) const
 {
     const Corner acrossOne = m_mesh.Across(one.apex), acrossOther = m_mesh.Across(other.apex);
-    const int nFarOne = m_mesh.RankAt(acrossOne), nFarOther = m_mesh.RankAt(acrossOther);
-    const PlanPlace &D = m_mesh.PlaceOf(nFarOne), &DO = m_mesh.PlaceOf(nFarOther);
+    const int nD = m_mesh.RankAt(acrossOne), nDOther = m_mesh.RankAt(acrossOther);
+    const PlanPlace &D = m_mesh.PlaceOf(nD), &DO = m_mesh.PlaceOf(nDOther);
     const Two Rx = {one.R.x, other.R.x}, Ry = {one.R.y, other.R.y};
     const Two bx = P.x - Rx, by = P.y - Ry;
     const Two cx = Two{one.Q.x, other.Q.x} - Rx, cy = Two{one.Q.y, other.Q.y} - Ry;
@@ -127,18 +110,19 @@ inline void PlanInserter::Foresee(const Apex& P, const Wedge& one, const Wedge& 
     const Two oy = (bx * c2 - cx * b2) / (2.0 * det);
     const Two r2 = ox * ox + oy * oy;
     const Two e2 = (dx - ox) * (dx - ox) + (dy - oy) * (dy - oy);
-    const auto note = [&](FacedEdge& noted, int i, Corner apex, Corner across, int nFarRank) {
-        noted.apex =
-            apex;   // one by one: a processor waits when it reads together what was just written apart
+    // One by one: a processor waits when it reads together what was just written apart.
+    const auto note = [&](FacedEdge& noted, int i, const Wedge& wedge, Corner across, int nFar) {
+        noted.apex = wedge.apex;
         noted.across = across;
-        noted.nFarRank = nFarRank;
+        noted.nQ = wedge.nQ;
+        noted.nR = wedge.nR;
+        noted.nD = nFar;
         noted.nDepth = nDepth;
         noted.bInCircle = !(e2[i] > r2[i]);
     };
-    note(otherEdge, 1, other.apex, acrossOther, nFarOther);
-    note(edge, 0, one.apex, acrossOne, nFarOne);
-    edge.bTrap = otherEdge.bTrap = false;
-    if (m_pTraps != nullptr) {
+    note(otherEdge, 1, other, acrossOther, nDOther);
+    note(edge, 0, one, acrossOne, nD);
+    if constexpr (WITH_TRAPS) {
         const Two length2 = 2.0 * (b2 + c2);   // not below the square of the longest edge
         const Two roundness = m_pTraps->Roundness(det, length2), room = m_pTraps->Room(det, length2);
         otherEdge.bTrap = !((roundness[1] > 0.0) & (room[1] > 0.0));
@@ -150,8 +134,7 @@ inline void PlanInserter::Foresee(const Apex& P, const Wedge& one, const Wedge& 
 // across can have changed.
 inline bool PlanInserter::StillHolds(const FacedEdge& edge) const
 {
-    const Corner across = m_mesh.Across(edge.apex);
-    return across == edge.across && m_mesh.RankAt(across) == edge.nFarRank;
+    return m_mesh.Across(edge.apex) == edge.across && m_mesh.RankAt(edge.across) == edge.nD;
 }
 
 //            R                      R
@@ -162,60 +145,76 @@ inline bool PlanInserter::StillHolds(const FacedEdge& edge) const
 //          \ | /                  \   /
 //            Q                      Q         The test is IsStrictlyConvex(P, Q, D, R), operation by operation.
 // Then P faces two edges: Q-D of t becomes the edge, D-R of u the second one.
+template <bool WITH_TRAPS>
 inline bool PlanInserter::SwapIfConvex(const Apex& P, FacedEdge& edge, FacedEdge& second)
 {
-    const int t = edge.apex.Tri(), u = edge.across.Tri();
-    const PlanPlace &Q = m_mesh.PlaceAt(Corner(t, 1)), &R = m_mesh.PlaceAt(Corner(t, 2)),
-                    &D = m_mesh.PlaceOf(edge.nFarRank);
+    const PlanPlace Q = m_mesh.PlaceOf(edge.nQ), R = m_mesh.PlaceOf(edge.nR), D = m_mesh.PlaceOf(edge.nD);
     const Two ux = Both(D.x) - P.x, uy = Both(D.y) - P.y;
     const Two wx = Two{Q.x, R.x} - P.x, wy = Two{Q.y, R.y} - P.y;
     const Two turn = ux * wy - uy * wx;
     if (!(turn[0] < 0.0 && turn[1] > 0.0)) {
         return false;
     }
+    const Corner t = edge.apex, u = edge.across.InSlot0();
     const Corner ofR = edge.across.Next(), ofQ = edge.across.Prev();
-    const Corner x = m_mesh.Across(Corner(t, 1)), y = m_mesh.Across(ofR), z = m_mesh.Across(ofQ);
-    const int nFirst = m_mesh.FirstCorner(u).Slot() - ofQ.Slot();
-    m_mesh.SetFirstSlot(u, nFirst < 0 ? nFirst + 3 : nFirst);
-    m_mesh.SetRank(Corner(u, 0), m_mesh.RankAt(Corner(t, 0)));
-    m_mesh.SetRank(Corner(u, 1), edge.nFarRank);
-    m_mesh.SetRank(Corner(u, 2), m_mesh.RankAt(Corner(t, 2)));
-    m_mesh.SetRank(Corner(t, 2), edge.nFarRank);
-    m_mesh.Link(Corner(t, 0), y);
-    m_mesh.Link(Corner(t, 1), Corner(u, 2));
-    m_mesh.Link(Corner(u, 0), z);
-    m_mesh.Link(Corner(u, 1), x);
-    Foresee(P, {Corner(t, 0), Q, D}, {Corner(u, 0), D, R}, edge.nDepth + 1, edge, second);
+    const Corner x = m_mesh.Across(t.InSlot(1)), y = m_mesh.Across(ofR), z = m_mesh.Across(ofQ);
+    m_mesh.TurnFirstSlot(u, ofQ.Slot());
+    m_mesh.SetRank(u, P.nRank);
+    m_mesh.SetRank(u.InSlot(1), edge.nD);
+    m_mesh.SetRank(u.InSlot(2), edge.nR);
+    m_mesh.SetRank(t.InSlot(2), edge.nD);
+    m_mesh.Link(t, y);
+    m_mesh.Link(t.InSlot(1), u.InSlot(2));
+    m_mesh.Link(u, z);
+    m_mesh.Link(u.InSlot(1), x);
+    Foresee<WITH_TRAPS>(P, {t, edge.nQ, edge.nD, Q, D}, {u, edge.nD, edge.nR, D, R}, edge.nDepth + 1, edge,
+                        second);
     return true;
 }
 
-// Makes an edge Delaunay, and then every edge that a swap exposes, the first of two with all that follows from it before
-// the second. Every swap makes one more triangle use P, so this ends.
-void PlanInserter::Legalize(const Apex& P, const FacedEdge& foreseen)
+// Makes the edges that triangles face from P Delaunay, one after the other, and then every edge that a swap exposes, the first
+// of two with all that follows from it before the second. Every swap makes one more triangle use P, so this ends.
+template <bool WITH_TRAPS>
+void PlanInserter::Legalize(const Apex P, const int* pTri, int nTriangles)
 {
-    int nPending = 0;
-    FacedEdge edge = foreseen;
-    for (;;) {
+    FacedEdge* pFirst = m_aWaiting.GetData();   // a stack, what comes first on top
+    FacedEdge *pTop = pFirst + nTriangles, *pEnd = pFirst + m_aWaiting.GetSize();
+    for (int i = 0; i < nTriangles; i += 2) {
+        const int j = i + 1 < nTriangles ? i + 1 : i;
+        Foresee<WITH_TRAPS>(P, WedgeOf(pTri[i]), WedgeOf(pTri[j]), 0, pTop[-1 - i], pTop[-1 - j]);
+    }
+    while (pTop != pFirst) {
+        FacedEdge edge = *--pTop;
         if (!StillHolds(edge)) {
-            const Wedge wedge = WedgeAt(edge.apex);
-            Foresee(P, wedge, wedge, edge.nDepth, edge, edge);
+            const Wedge wedge = WedgeOf(edge.apex, edge.nQ, edge.nR);
+            Foresee<WITH_TRAPS>(P, wedge, wedge, edge.nDepth, edge, edge);
         }
         while (edge.bInCircle && edge.nDepth < kMaxSwapDepth) {
-            if (nPending == m_aPending.GetSize()) {
-                m_aPending.SetSize(2 * nPending);
+            if (pTop == pEnd) {
+                const int n = m_aWaiting.GetSize();
+                m_aWaiting.SetSize(2 * n);
+                pFirst = m_aWaiting.GetData();
+                pTop = pFirst + n;
+                pEnd = pTop + n;
             }
-            if (!SwapIfConvex(P, edge, m_aPending[nPending])) {
+            if (!SwapIfConvex<WITH_TRAPS>(P, edge, *pTop)) {
                 break;
             }
-            ++nPending;
+            ++pTop;
         }
-        if (m_pTraps != nullptr) {
+        if constexpr (WITH_TRAPS) {
             m_pTraps->Update(edge.apex.Tri(), edge.bTrap);
         }
-        if (nPending == 0) {
-            return;
-        }
-        edge = m_aPending[--nPending];
+    }
+}
+
+void PlanInserter::LegalizeAround(int nRank, std::initializer_list<int> tris)
+{
+    const int n = static_cast<int>(tris.size());
+    if (m_pTraps != nullptr) {
+        Legalize<true>(ApexAt(nRank), tris.begin(), n);
+    } else {
+        Legalize<false>(ApexAt(nRank), tris.begin(), n);
     }
 }
 

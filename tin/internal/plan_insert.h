@@ -1,6 +1,8 @@
 #ifndef QSV_TIN_INTERNAL_PLAN_INSERT_H
 #define QSV_TIN_INTERNAL_PLAN_INSERT_H
 
+#include <initializer_list>
+
 #include "tin/internal/plan_mesh.h"
 #include "tin/internal/two.h"
 #include "tin/internal/walk_traps.h"
@@ -21,13 +23,13 @@ public:
     void SplitOnEdge(int nRank, Corner faces);
 
 private:
-    // The edge that a corner faces, where the new vertex P lies, and what will become of it as the mesh stands.
+    // The edge from Q to R that a corner faces, where the new vertex P lies, and what will become of it as the mesh stands.
     struct FacedEdge {
-        Corner apex;
-        Corner across;
-        int nFarRank;     // of the vertex across
+        Corner apex;     // in slot 0
+        Corner across;   // D lies there
+        int nQ, nR, nD;
         int nDepth;       // of swaps that led here
-        bool bInCircle;   // that vertex lies inside or on the circle through the triangle
+        bool bInCircle;   // D lies inside or on the circle through the triangle
         bool bTrap;       // the triangle is a trap for walks
     };
     // A triangle before it is split.
@@ -35,32 +37,45 @@ private:
         int nRank[3];
         Corner across[3];
     };
-    // The place of P, once for each of two calculations.
+    // P, its place once for each of two calculations.
     struct Apex {
+        int nRank;
         Two x, y;
     };
-    // A triangle with its apex at P.
+    // A triangle with its apex at P, as SplitInside and SplitOnEdge make it and swaps do.
     struct Wedge {
         Corner apex;
-        const PlanPlace &Q, &R;
+        int nQ, nR;
+        PlanPlace Q, R;
     };
 
     Split Before(Corner first) const;
     void Fill(int nTri, int nRank, const Split& from, int k);
-    Apex ApexAt(int nRank) const { return {Both(m_mesh.PlaceOf(nRank).x), Both(m_mesh.PlaceOf(nRank).y)}; }
-    Wedge WedgeAt(Corner apex) const
+    Apex ApexAt(int nRank) const
     {
-        return {apex, m_mesh.PlaceAt(apex.Next()), m_mesh.PlaceAt(apex.Prev())};
+        return {nRank, Both(m_mesh.PlaceOf(nRank).x), Both(m_mesh.PlaceOf(nRank).y)};
     }
+    Wedge WedgeOf(Corner apex, int nQ, int nR) const
+    {
+        return {apex, nQ, nR, m_mesh.PlaceOf(nQ), m_mesh.PlaceOf(nR)};
+    }
+    Wedge WedgeOf(int nTri) const
+    {
+        return WedgeOf(Corner(nTri, 0), m_mesh.RankAt(Corner(nTri, 1)), m_mesh.RankAt(Corner(nTri, 2)));
+    }
+    template <bool WITH_TRAPS>
     void Foresee(const Apex& P, const Wedge& one, const Wedge& other, int nDepth, FacedEdge& edge,
                  FacedEdge& otherEdge) const;
     bool StillHolds(const FacedEdge& edge) const;
+    template <bool WITH_TRAPS>
     bool SwapIfConvex(const Apex& P, FacedEdge& edge, FacedEdge& second);
-    void Legalize(const Apex& P, const FacedEdge& edge);
+    template <bool WITH_TRAPS>
+    void Legalize(Apex P, const int* pTri, int nTriangles);
+    void LegalizeAround(int nRank, std::initializer_list<int> tris);
 
     PlanMesh& m_mesh;
     WalkTraps* const m_pTraps;
-    CArray<FacedEdge> m_aPending;   // a stack
+    CArray<FacedEdge> m_aWaiting;   // a stack
 };
 
 }   // namespace qsv

@@ -1,6 +1,7 @@
 #ifndef QSV_TIN_INTERNAL_PLAN_MESH_H
 #define QSV_TIN_INTERNAL_PLAN_MESH_H
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
@@ -28,6 +29,9 @@ public:
     // not branch: two bits for each slot.
     Corner Next() const { return Corner((m_nCode & ~7u) + ((0b001001u >> 2 * (m_nCode % 8)) & 3)); }
     Corner Prev() const { return Corner((m_nCode & ~7u) + ((0b010010u >> 2 * (m_nCode % 8)) & 3)); }
+    Corner InSlot0() const { return Corner(m_nCode & ~7u); }
+    // From the corner in slot 0 to the one in another slot.
+    Corner InSlot(unsigned nSlot) const { return Corner(m_nCode + nSlot); }
     bool operator==(Corner other) const { return m_nCode == other.m_nCode; }
 
 private:
@@ -65,18 +69,18 @@ public:
     void ListSeats(CArray<int>& aSeat) const;
     const void* AddressOf(Corner corner) const { return &m_pWord[corner.m_nCode]; }
 
-    const PlanPlace& PlaceOf(int nRank) const { return m_pPlace.get()[nRank]; }
+    const PlanPlace& PlaceOf(int nRank) const { return m_pPlace.get()[static_cast<std::uint32_t>(nRank)]; }
     const PlanPlace& PlaceAt(Corner corner) const { return m_pPlace.get()[m_pWord[corner.m_nCode]]; }
     int RankAt(Corner corner) const { return static_cast<int>(m_pWord[corner.m_nCode]); }
     void SetRank(Corner corner, int nRank) { m_pWord[corner.m_nCode] = static_cast<std::uint32_t>(nRank); }
 
     // The corner that faces the same edge from the other side.
-    Corner Across(Corner corner) const { return Corner(m_pWord[corner.m_nCode + kAcross]); }
+    Corner Across(Corner corner) const { return Corner(m_pWord[WordOf(corner) + kAcross]); }
     // Lets two corners face the same edge; either may be outside.
     void Link(Corner corner, Corner across)
     {
-        m_pWord[corner.m_nCode + kAcross] = across.m_nCode;
-        m_pWord[across.m_nCode + kAcross] = corner.m_nCode;
+        m_pWord[WordOf(corner) + kAcross] = across.m_nCode;
+        m_pWord[WordOf(across) + kAcross] = corner.m_nCode;
     }
 
     // The corner in the first slot that the TIN counts.
@@ -87,6 +91,12 @@ public:
     void SetFirstSlot(int nTri, int nSlot)
     {
         m_pWord[kWords * nTri + kFirst] = static_cast<std::uint32_t>(nSlot);
+    }
+    // To be called before the corners of a triangle, given by slot 0, move so many slots down.
+    void TurnFirstSlot(Corner slot0, int nSlots)
+    {
+        const int nFirst = static_cast<int>(m_pWord[WordOf(slot0) + kFirst]) - nSlots;
+        m_pWord[WordOf(slot0) + kFirst] = static_cast<std::uint32_t>(nFirst < 0 ? nFirst + 3 : nFirst);
     }
     // The number in the TIN; below 0: ~ the triangle's entry in WalkTraps, which keeps the number.
     int NumberOf(int nTri) const { return static_cast<int>(m_pWord[kWords * nTri + kNumber]); }
@@ -103,6 +113,8 @@ private:
     static constexpr long long kWords = 8;
     static constexpr int kAcross = 3, kNumber = 6, kFirst = 7;
     static constexpr std::uint32_t kEmptySeat = 0xFFFFFFFFu;   // in place of the first rank
+
+    static std::size_t WordOf(Corner corner) { return corner.m_nCode; }
 
     const int m_nSeats;
     int m_nTriangles = 0;
