@@ -5,8 +5,7 @@
 
 namespace qsv {
 
-// Inline, since the walk asks nothing else.
-inline WalkAnswer Ask(const PlanMesh& mesh, int nTri, const PlanPlace& p, const WalkTolerance& tolerance)
+WalkAnswer AskTriangle(const PlanMesh& mesh, int nTri, const PlanPlace& p, const WalkTolerance& tolerance)
 {
     const Corner first = mesh.FirstCorner(nTri);
     const Corner aCorner[] = {first, first.Next(), first.Prev()};
@@ -35,10 +34,34 @@ inline WalkAnswer Ask(const PlanMesh& mesh, int nTri, const PlanPlace& p, const 
     return {true, kInside, first};
 }
 
-WalkAnswer AskTriangle(const PlanMesh& mesh, int nTri, const PlanPlace& p, const WalkTolerance& tolerance)
+namespace {
+
+// The same. That the place is close to the line of an edge is rare, and left to AskTriangle.
+inline WalkAnswer AskOnTheWay(const PlanMesh& mesh, int nTri, const PlanPlace& p,
+                              const WalkTolerance& tolerance)
 {
-    return Ask(mesh, nTri, p, tolerance);
+    const Corner first = mesh.FirstCorner(nTri), second = first.Next(), third = first.Prev();
+    const PlanPlace &a = mesh.PlaceAt(first), &b = mesh.PlaceAt(second);
+    const double dRight = RightOf(a, b, p);
+    if (dRight > tolerance.dEPS2) {
+        return {false, kOutside, third};
+    }
+    const PlanPlace& c = mesh.PlaceAt(third);
+    const double dRightNext = RightOf(b, c, p);
+    bool bClose = dRight >= -tolerance.dEPS2;
+    if (dRightNext > tolerance.dEPS2 && !bClose) {
+        return {false, kOutside, first};
+    }
+    const double dRightLast = RightOf(c, a, p);
+    bClose = bClose || dRightNext >= -tolerance.dEPS2;
+    if (dRightLast > tolerance.dEPS2 && !bClose) {
+        return {false, kOutside, second};
+    }
+    bClose = bClose || dRightLast >= -tolerance.dEPS2;
+    return bClose ? AskTriangle(mesh, nTri, p, tolerance) : WalkAnswer{true, kInside, first};
 }
+
+}   // namespace
 
 PlanLocation WalkToPoint(const PlanMesh& mesh, int nStartTri, const PlanPlace& p,
                          const WalkTolerance& tolerance)
@@ -47,7 +70,7 @@ PlanLocation WalkToPoint(const PlanMesh& mesh, int nStartTri, const PlanPlace& p
     int nMoves = 0;
     int nEarlier = nStartTri;   // where the walk stood after 1, 2, 4, 8, ... moves (Brent 1980)
     for (;;) {
-        const WalkAnswer answer = Ask(mesh, nTri, p, tolerance);
+        const WalkAnswer answer = AskOnTheWay(mesh, nTri, p, tolerance);
         if (answer.bStops) {
             return {nTri, answer.eState, answer.corner, nMoves};
         }
