@@ -10,7 +10,7 @@ namespace {
 
 // Where vertices come in an order of their own, in scan lines say, the walk from one to the next is short. Walks are long when
 // they take more moves than these.
-constexpr int kMovesPerVertex = 6;
+constexpr int kMovesPerVertex = 20;
 constexpr long long kMovesToSpare = 1000;
 constexpr int kMovesPerSpacing = 2;   // along a line through evenly spread vertices
 constexpr int kSampledSteps = 1000;
