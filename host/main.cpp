@@ -103,7 +103,7 @@ int main(int argc, char** argv)
         for (const qsvtin::Command& command : kCommands) {
             CLI::App& declared = *app.add_subcommand(command.name, command.summary);
             declared.footer("");   // not that of the program
-            command.declare(declared);
+            command.declare(qsvtin::CommandLine(declared));
         }
         RequireKnownCommand(argc, argv);
         app.parse(ArgumentsOf(argc, argv));

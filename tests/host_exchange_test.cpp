@@ -243,13 +243,13 @@ TEST_F(Exchange, CodesStringPointsIntoBreaklines)
             Run(std::string("build ") + input + " --order PNEZD --strings --json -o a.tin -o a.geojson");
         ASSERT_EQ(result.status, 0) << result.err;
         EXPECT_NE(result.err.find("1 points end a line that was not begun"), std::string::npos) << result.err;
-        const auto report = nlohmann::json::parse(result.out);
+        const auto report = JsonOf(result.out);
         EXPECT_EQ(report["points_read"], 2) << "the tree, and the kerb after its end";
         EXPECT_EQ(report["points_merged"], 0);
         EXPECT_EQ(report["breaklines_closed"], 1);
         EXPECT_EQ(report["segments_enforced"], report["segments"]);
         std::string names;
-        const auto written = nlohmann::json::parse(Get("a.geojson"));
+        const auto written = JsonOf(Get("a.geojson"));
         for (const auto& feature : written["features"]) {
             if (feature["properties"]["kind"] != "breakline") continue;
             names += feature["properties"]["name"].get<std::string>() + " " +
@@ -279,7 +279,7 @@ TEST_F(Exchange, BuildsFromSourceDataWithinItsBoundaries)
     ASSERT_EQ(result.status, 0) << result.err;
     EXPECT_NE(result.err.find("breakline \"flat\" of surface \"s\" has no points with heights"),
               std::string::npos);
-    const auto report = nlohmann::json::parse(result.out);
+    const auto report = JsonOf(result.out);
     EXPECT_EQ(report["points_read"], 4);
     EXPECT_EQ(report["breaklines"], 3) << "ridge, contour, boundary";
     EXPECT_EQ(report["segments_enforced"], report["segments"]);
@@ -323,7 +323,7 @@ TEST_F(Exchange, DrawingsKeepTrianglesAndBringPointsAndLines)
     ASSERT_EQ(result.status, 0) << result.err;
     EXPECT_NE(result.err.find("passed over: 1 TEXT, 1 tilted LWPOLYLINE"), std::string::npos) << result.err;
     EXPECT_NE(result.err.find("1 arcs in polylines are taken as straight"), std::string::npos) << result.err;
-    const auto report = nlohmann::json::parse(result.out);
+    const auto report = JsonOf(result.out);
     EXPECT_EQ(report["points_read"], 4);
     EXPECT_EQ(report["breaklines"], 3);
     EXPECT_EQ(report["breaklines_closed"], 1);
@@ -335,7 +335,7 @@ TEST_F(Exchange, DrawingsKeepTrianglesAndBringPointsAndLines)
 
 TEST_F(Exchange, GeoJsonHoldsTrianglesOutlineAndBreaklines)
 {
-    const auto json = nlohmann::json::parse(Get("far.geojson"), nullptr, false);
+    const auto json = JsonOf(Get("far.geojson"));
     ASSERT_EQ(json["type"], "FeatureCollection");
     EXPECT_NE(json["coordinate_note"].get<std::string>().find("not WGS 84"), std::string::npos);
     const CTin tin = ReadTin("far.tin");
@@ -360,8 +360,7 @@ TEST_F(Exchange, GeoJsonHoldsTrianglesOutlineAndBreaklines)
 
     // Half of a UTF-16 pair is no UTF-8, so it is taken for ISO 8859-1.
     ASSERT_EQ(Run("convert far.tin half.geojson --title '\xED\xA0\x80'").status, 0);
-    EXPECT_EQ(nlohmann::json::parse(Get("half.geojson"), nullptr, false)["title"],
-              "\xC3\xAD\xC2\xA0\xC2\x80");
+    EXPECT_EQ(JsonOf(Get("half.geojson"))["title"], "\xC3\xAD\xC2\xA0\xC2\x80");
 }
 
 TEST_F(Exchange, RefusesWhatIsDamagedAndSaysWhere)

@@ -5,6 +5,7 @@
 #include "tests/support/fixtures.h"
 #include "tests/support/program.h"
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <iterator>

@@ -103,12 +103,12 @@ TEST_F(Height, AnswersForOnePlace)
     EXPECT_EQ(Run("height hill.tin 2.5 5 --nearest").out, "5 2.5 5 0\n");
     EXPECT_EQ(Run("height hill.tin -3 4 --nearest").out, "1 0 4 3\n");
     EXPECT_EQ(Run("height hill.tin 13 14 --nearest").out, "1 10 10 5\n");
-    const auto on = nlohmann::json::parse(Run("height hill.tin 2.5 5 --json").out);
-    EXPECT_EQ(on, nlohmann::json::parse(R"({"x": 2.5, "y": 5.0, "z": 5.0, "on_surface": true})"));
-    const auto off = nlohmann::json::parse(Run("height hill.tin 11 5 --json --nearest").out);
-    EXPECT_EQ(off, nlohmann::json::parse(R"({"x": 11.0, "y": 5.0, "z": 1.0, "on_surface": false,
+    const auto on = JsonOf(Run("height hill.tin 2.5 5 --json").out);
+    EXPECT_EQ(on, JsonOf(R"({"x": 2.5, "y": 5.0, "z": 5.0, "on_surface": true})"));
+    const auto off = JsonOf(Run("height hill.tin 11 5 --json --nearest").out);
+    EXPECT_EQ(off, JsonOf(R"({"x": 11.0, "y": 5.0, "z": 1.0, "on_surface": false,
                                              "nearest": [10.0, 5.0, 1.0], "distance": 1.0})"));
-    EXPECT_TRUE(nlohmann::json::parse(Run("height hill.tin 11 5 --json").out)["z"].is_null());
+    EXPECT_TRUE(JsonOf(Run("height hill.tin 11 5 --json").out)["z"].is_null());
     for (const char* const place : {"", "1", "- 1", "1 x", "1 nan", "1 inf", "1 2 3", "1e300 1"}) {
         ExpectRefusal(std::string("height hill.tin ") + place, 2, "");
     }

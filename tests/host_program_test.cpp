@@ -75,7 +75,7 @@ TEST_F(Program, ReportsForPrograms)
     const Result result = Run("build hill.txt more.txt --breaklines wall.txt --json -o hill.png -o hill.obj");
     ASSERT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.err, "");
-    const auto report = nlohmann::json::parse(result.out);
+    const auto report = JsonOf(result.out);
     EXPECT_EQ(report["points_read"], 7);
     EXPECT_EQ(report["points_merged"], 2);
     EXPECT_EQ(report["points_rejected"], 0);
@@ -145,7 +145,7 @@ TEST_F(Program, NamesIncompleteLinesAndHeightConflicts)
 
     const Result programs = Run(arguments + " --json");
     ASSERT_EQ(programs.status, 0) << programs.err;
-    const auto report = nlohmann::json::parse(programs.out);
+    const auto report = JsonOf(programs.out);
     ASSERT_EQ(report["incomplete"].size(), 1u);
     EXPECT_EQ(report["incomplete"][0]["line"], 1);
     EXPECT_EQ(report["incomplete"][0]["missing"][0]["file_lines"], nlohmann::json({2, 3}));
@@ -158,7 +158,7 @@ TEST_F(Program, BuildsTheSampleTerrain)
     const Result result = Run("build '" QSV_SAMPLE "/points.xyz' --breaklines '" QSV_SAMPLE
                               "/breaklines.txt' --json -o sample.png");
     ASSERT_EQ(result.status, 0) << result.err;
-    const auto report = nlohmann::json::parse(result.out);
+    const auto report = JsonOf(result.out);
     EXPECT_GT(report["segments"].get<int>(), 100);
     EXPECT_EQ(report["segments_enforced"], report["segments"]);
     EXPECT_EQ(report["points_unused"], 0);

@@ -199,7 +199,7 @@ TEST_F(TinFile, CheckNamesEveryFaultAndFails)
         EXPECT_EQ(result.status, 1);
         EXPECT_EQ(result.err.rfind("qsvtin: x.tin is broken: ", 0), 0u) << result.err;
         EXPECT_NE(result.out.find(c.kind), std::string::npos) << result.out;
-        const auto json = nlohmann::json::parse(Run("check x.tin --json").out);
+        const auto json = JsonOf(Run("check x.tin --json").out);
         EXPECT_EQ(json["sound"], false);
         std::size_t places = 0;
         for (const auto& kind : json["tins"][0]["kinds"]) places += kind["places"].size();

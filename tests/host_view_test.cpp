@@ -517,7 +517,7 @@ TEST_F(ViewProgram, TellsWhatAPixelShows)
 {
     const Result plan = Run("pick hill.tin 748,531 --json");
     ASSERT_EQ(plan.status, 0) << plan.err;
-    const auto answer = nlohmann::json::parse(plan.out);
+    const auto answer = JsonOf(plan.out);
     EXPECT_EQ(answer["skirt"], false);
     EXPECT_GE(answer["triangle"].get<int>(), 0);
     EXPECT_NEAR(answer["position"][0].get<double>(), 5.0, 0.02);

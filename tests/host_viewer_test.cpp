@@ -26,7 +26,7 @@ protected:
         const std::size_t around = kPageBeforeTerrain.size() + kPageAfterTerrain.size();
         const std::string data = page.substr(kPageBeforeTerrain.size(), page.size() - around);
         EXPECT_EQ(data.find('<'), std::string::npos) << "would end the script";
-        return nlohmann::json::parse(data, nullptr, false);
+        return JsonOf(data);
     }
 };
 

@@ -40,13 +40,13 @@ void RunArea(const AreaOptions& options)
 
 }   // namespace
 
-void DeclareArea(CLI::App& app)
+void DeclareArea(CommandLine command)
 {
     const auto options = std::make_shared<AreaOptions>();
-    DeclareTin(app, options->choice);
-    DeclareJson(app, options->json);
-    SetExample(app, "  qsvtin area site.tin");
-    app.callback([options] { RunArea(*options); });
+    DeclareTin(command, options->choice);
+    DeclareJson(command, options->json);
+    command.SetExample("  qsvtin area site.tin");
+    command.SetAction([options] { RunArea(*options); });
 }
 
 }   // namespace qsvtin

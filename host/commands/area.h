@@ -1,12 +1,12 @@
 #ifndef QSVTIN_COMMANDS_AREA_H
 #define QSVTIN_COMMANDS_AREA_H
 
-#include <CLI/CLI.hpp>
+#include "host/commands/command_line.h"
 
 namespace qsvtin {
 
 /// "qsvtin area": plan area and surface area of a TIN.
-void DeclareArea(CLI::App& app);
+void DeclareArea(CommandLine command);
 
 }   // namespace qsvtin
 

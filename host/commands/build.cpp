@@ -122,41 +122,32 @@ void RunBuild(BuildOptions options)
 
 }   // namespace
 
-void DeclareBuild(CLI::App& app)
+void DeclareBuild(CommandLine command)
 {
     const auto options = std::make_shared<BuildOptions>();
-    app.add_option("POINTS", options->points,
-                   "text files with one point a line, or files of other programs: " + ExchangeExtensions());
-    app.add_option("--breaklines", options->breaklines, BreaklineFiles() + "; may be repeated")
-        ->allow_extra_args(false)
-        ->type_name("FILE");
-    app.add_option("--surface", options->surfaces,
-                   "surface of a LandXML file or layer of a drawing to take; may be repeated")
-        ->allow_extra_args(false)
-        ->type_name("NAME");
-    app.add_option("--order,--columns", options->order,
-                   "columns of the points, a letter each: xyz, yxz, pnezd, penzd, ...")
-        ->type_name("LETTERS");
-    app.add_flag(
+    command.OptionalArgument("POINTS", options->points,
+                             "text files with one point a line, or files of other programs: " +
+                                 ExchangeExtensions());
+    command.Option("--breaklines", options->breaklines, "FILE", BreaklineFiles() + "; may be repeated");
+    command.Option("--surface", options->surfaces, "NAME",
+                   "surface of a LandXML file or layer of a drawing to take; may be repeated");
+    command.Option("--order,--columns", options->order, "LETTERS",
+                   "columns of the points, a letter each: xyz, yxz, pnezd, penzd, ...");
+    command.Flag(
         "--strings", options->strings,
         "string coded points into breaklines: KERB B begins a line, KERB goes on, KERB E ends and KERB C "
         "closes it");
-    app.add_option("--codes", options->codes,
-                   "string these codes alone, a line of them begins without a mark too: KERB,DITCH")
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->type_name("CODES");
-    app.add_option("--trim-angle", options->trimAngle,
-                   "cut off outer triangles with an angle of at most this at the outer edge")
-        ->type_name("DEG");
-    app.add_option("--eps", options->eps, "merge points that are this close in x and y (0.000001)")
-        ->type_name("LENGTH");
-    app.add_flag("--skip-bad", options->skipBad, "pass over lines that cannot be read, and list them");
-    DeclareUnits(app, options->units);
-    DeclareOutputs(app, options->outputs);
-    DeclareJson(app, options->json);
-    SetExample(app, "  qsvtin build points.txt --breaklines lines.txt -o site.tin -o site.png");
-    app.callback([options] { RunBuild(*options); });
+    command.ListOption("--codes", options->codes, "CODES",
+                       "string these codes alone, a line of them begins without a mark too: KERB,DITCH");
+    command.Option("--trim-angle", options->trimAngle, "DEG",
+                   "cut off outer triangles with an angle of at most this at the outer edge");
+    command.Option("--eps", options->eps, "LENGTH", "merge points that are this close in x and y (0.000001)");
+    command.Flag("--skip-bad", options->skipBad, "pass over lines that cannot be read, and list them");
+    DeclareUnits(command, options->units);
+    DeclareOutputs(command, options->outputs);
+    DeclareJson(command, options->json);
+    command.SetExample("  qsvtin build points.txt --breaklines lines.txt -o site.tin -o site.png");
+    command.SetAction([options] { RunBuild(*options); });
 }
 
 }   // namespace qsvtin

@@ -1,13 +1,13 @@
 #ifndef QSVTIN_COMMANDS_BUILD_H
 #define QSVTIN_COMMANDS_BUILD_H
 
-#include <CLI/CLI.hpp>
+#include "host/commands/command_line.h"
 
 namespace qsvtin {
 
 /// "qsvtin build": reads survey text, triangulates it with its breaklines, writes pictures and meshes, and
 /// reports on standard output.
-void DeclareBuild(CLI::App& app);
+void DeclareBuild(CommandLine command);
 
 }   // namespace qsvtin
 

@@ -99,14 +99,13 @@ void RunCheck(const CheckOptions& options)
 
 }   // namespace
 
-void DeclareCheck(CLI::App& app)
+void DeclareCheck(CommandLine command)
 {
     const auto options = std::make_shared<CheckOptions>();
-    DeclareTin(app, options->choice);
-    app.get_option("--tin")->description("only this TIN, by its number or name (all)");
-    DeclareJson(app, options->json);
-    SetExample(app, "  qsvtin check site.tin && echo sound");
-    app.callback([options] { RunCheck(*options); });
+    DeclareTin(command, options->choice, "only this TIN, by its number or name (all)");
+    DeclareJson(command, options->json);
+    command.SetExample("  qsvtin check site.tin && echo sound");
+    command.SetAction([options] { RunCheck(*options); });
 }
 
 }   // namespace qsvtin

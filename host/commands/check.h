@@ -1,12 +1,12 @@
 #ifndef QSVTIN_COMMANDS_CHECK_H
 #define QSVTIN_COMMANDS_CHECK_H
 
-#include <CLI/CLI.hpp>
+#include "host/commands/command_line.h"
 
 namespace qsvtin {
 
 /// "qsvtin check": every fault of a TIN file, by name; fails when there is one.
-void DeclareCheck(CLI::App& app);
+void DeclareCheck(CommandLine command);
 
 }   // namespace qsvtin
 

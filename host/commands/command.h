@@ -1,7 +1,7 @@
 #ifndef QSVTIN_COMMANDS_COMMAND_H
 #define QSVTIN_COMMANDS_COMMAND_H
 
-#include <CLI/CLI.hpp>
+#include "host/commands/command_line.h"
 
 namespace qsvtin {
 
@@ -10,7 +10,7 @@ struct Command {
     const char* name;
     const char* summary;   ///< one line of the program's help
     /// Declares arguments and options, and sets the callback that does the work. It throws Failure.
-    void (*declare)(CLI::App& app);
+    void (*declare)(CommandLine command);
 };
 
 }   // namespace qsvtin

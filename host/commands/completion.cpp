@@ -9,14 +9,14 @@
 
 namespace qsvtin {
 
-void DeclareCompletion(CLI::App& app)
+void DeclareCompletion(CommandLine command)
 {
     const auto shell = std::make_shared<std::string>();
-    app.add_option("SHELL", *shell, "bash, zsh or fish")->required();
-    SetExample(app, "  source <(qsvtin completion bash)\n  qsvtin completion fish > "
-                    "~/.config/fish/completions/qsvtin.fish");
-    app.callback([shell, &app] {
-        const std::string script = CompletionFor(*shell, *app.get_parent());
+    command.Argument("SHELL", *shell, "bash, zsh or fish");
+    command.SetExample("  source <(qsvtin completion bash)\n  qsvtin completion fish > "
+                       "~/.config/fish/completions/qsvtin.fish");
+    command.SetAction([shell, command] {
+        const std::string script = CompletionFor(*shell, command.Program());
         if (script.empty()) {
             throw Failure("no completion for " + *shell + "; name bash, zsh or fish", Failure::BadUsage);
         }

@@ -1,12 +1,12 @@
 #ifndef QSVTIN_COMMANDS_COMPLETION_H
 #define QSVTIN_COMMANDS_COMPLETION_H
 
-#include <CLI/CLI.hpp>
+#include "host/commands/command_line.h"
 
 namespace qsvtin {
 
 /// "qsvtin completion": prints a script by which a shell completes commands and options.
-void DeclareCompletion(CLI::App& app);
+void DeclareCompletion(CommandLine command);
 
 }   // namespace qsvtin
 

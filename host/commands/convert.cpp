@@ -150,19 +150,18 @@ void RunConvert(ConvertOptions options)
 
 }   // namespace
 
-void DeclareConvert(CLI::App& app)
+void DeclareConvert(CommandLine command)
 {
     const auto options = std::make_shared<ConvertOptions>();
-    DeclareTin(app, options->choice);
-    app.add_option("OUT", options->target, "file to write, by its extension: " + KnownExtensions())
-        ->required();
-    DeclareUnits(app, options->units);
-    DeclareWriteOptions(app, options->outputs);
-    app.add_flag("--relink", options->relink, "rebuild the links between triangles and the outline");
-    DeclareJson(app, options->json);
-    SetExample(app,
-               "  qsvtin convert site.tin site.stl --ascii\n  qsvtin convert old.tin new.tin --format 2");
-    app.callback([options] { RunConvert(*options); });
+    DeclareTin(command, options->choice);
+    command.Argument("OUT", options->target, "file to write, by its extension: " + KnownExtensions());
+    DeclareUnits(command, options->units);
+    DeclareWriteOptions(command, options->outputs);
+    command.Flag("--relink", options->relink, "rebuild the links between triangles and the outline");
+    DeclareJson(command, options->json);
+    command.SetExample(
+        "  qsvtin convert site.tin site.stl --ascii\n  qsvtin convert old.tin new.tin --format 2");
+    command.SetAction([options] { RunConvert(*options); });
 }
 
 }   // namespace qsvtin

@@ -220,12 +220,11 @@ void RunEdit(EditOptions options)
 }
 
 // The changes in the order of the command line.
-std::vector<Step> StepsInOrder(const CLI::App& app, const EditOptions& options)
+std::vector<Step> StepsInOrder(CommandLine command, const EditOptions& options)
 {
     std::vector<Step> steps;
     std::map<std::string, std::size_t> next;
-    for (const CLI::Option* const option : app.parse_order()) {
-        const std::string name = option->get_name();
+    for (const std::string& name : command.Given()) {
         const auto given = options.given.find(name);
         if (given == options.given.end()) continue;
         steps.push_back({name, given->second[next[name]++], {}, std::nullopt, nullptr});
@@ -233,31 +232,32 @@ std::vector<Step> StepsInOrder(const CLI::App& app, const EditOptions& options)
     return steps;
 }
 
-void DeclareStep(CLI::App& app, EditOptions& options, const std::string& name, const std::string& type,
+void DeclareStep(CommandLine command, EditOptions& options, const std::string& name, const std::string& type,
                  const std::string& what)
 {
-    app.add_option(name, options.given[name], what)->allow_extra_args(false)->type_name(type);
+    command.Option(name, options.given[name], type, what);
 }
 
 }   // namespace
 
-void DeclareEdit(CLI::App& app)
+void DeclareEdit(CommandLine command)
 {
     const auto options = std::make_shared<EditOptions>();
-    DeclareTin(app, options->choice);
-    DeclareStep(app, *options, "--insert", "X,Y,Z", "insert a point on the surface");
+    DeclareTin(command, options->choice);
+    DeclareStep(command, *options, "--insert", "X,Y,Z", "insert a point on the surface");
     DeclareStep(
-        app, *options, "--delete", "VERTEX|X,Y",
+        command, *options, "--delete", "VERTEX|X,Y",
         "delete a vertex by its number, from 0 and as it is at that step, or the one nearest to a place");
-    DeclareStep(app, *options, "--trim-angle", "DEG",
+    DeclareStep(command, *options, "--trim-angle", "DEG",
                 "cut off outer triangles with an angle of at most this at the outer edge");
-    DeclareStep(app, *options, "--skirt", "Z", "hang walls on the outline, down or up to this height");
-    DeclareStep(app, *options, "--merge", "FILE", "add the first TIN of a file; the pieces are not joined");
-    DeclareOutputs(app, options->outputs);
-    DeclareJson(app, options->json);
-    SetExample(app, "  qsvtin edit site.tin --delete 17 --insert 12.5,40,3.2 --trim-angle 5 -o site.tin");
-    app.callback([options, &app] {
-        options->steps = StepsInOrder(app, *options);
+    DeclareStep(command, *options, "--skirt", "Z", "hang walls on the outline, down or up to this height");
+    DeclareStep(command, *options, "--merge", "FILE",
+                "add the first TIN of a file; the pieces are not joined");
+    DeclareOutputs(command, options->outputs);
+    DeclareJson(command, options->json);
+    command.SetExample("  qsvtin edit site.tin --delete 17 --insert 12.5,40,3.2 --trim-angle 5 -o site.tin");
+    command.SetAction([options, command] {
+        options->steps = StepsInOrder(command, *options);
         RunEdit(*options);
     });
 }

@@ -1,12 +1,12 @@
 #ifndef QSVTIN_COMMANDS_EDIT_H
 #define QSVTIN_COMMANDS_EDIT_H
 
-#include <CLI/CLI.hpp>
+#include "host/commands/command_line.h"
 
 namespace qsvtin {
 
 /// "qsvtin edit": inserts and deletes points, trims, hangs walls and merges, in the order given.
-void DeclareEdit(CLI::App& app);
+void DeclareEdit(CommandLine command);
 
 }   // namespace qsvtin
 

@@ -173,22 +173,21 @@ void RunHeight(const HeightOptions& options)
 
 }   // namespace
 
-void DeclareHeight(CLI::App& app)
+void DeclareHeight(CommandLine command)
 {
     const auto options = std::make_shared<HeightOptions>();
-    DeclareTin(app, options->choice);
-    app.add_option(
-           "X", options->x,
-           "east; or -: lines of x y from standard input, each answered by a line; nan off the surface")
-        ->required();
-    app.add_option("Y", options->y, "north");
-    app.add_flag(
+    DeclareTin(command, options->choice);
+    command.Argument(
+        "X", options->x,
+        "east; or -: lines of x y from standard input, each answered by a line; nan off the surface");
+    command.OptionalArgument("Y", options->y, "north");
+    command.Flag(
         "--nearest", options->nearest,
         "off the surface, answer for the nearest place of the outline; every answer is z x y distance");
-    app.add_flag("--json", options->json, "answer as JSON, an object a line");
-    SetExample(app,
-               "  qsvtin height site.tin 12.5 40\n  cut -d' ' -f1,2 stakes.txt | qsvtin height site.tin -");
-    app.callback([options] { RunHeight(*options); });
+    command.Flag("--json", options->json, "answer as JSON, an object a line");
+    command.SetExample(
+        "  qsvtin height site.tin 12.5 40\n  cut -d' ' -f1,2 stakes.txt | qsvtin height site.tin -");
+    command.SetAction([options] { RunHeight(*options); });
 }
 
 }   // namespace qsvtin

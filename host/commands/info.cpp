@@ -44,14 +44,13 @@ void RunInfo(const InfoOptions& options)
 
 }   // namespace
 
-void DeclareInfo(CLI::App& app)
+void DeclareInfo(CommandLine command)
 {
     const auto options = std::make_shared<InfoOptions>();
-    DeclareTin(app, options->choice);
-    app.get_option("--tin")->description("only this TIN, by its number or name (all)");
-    DeclareJson(app, options->json);
-    SetExample(app, "  qsvtin info site.tin\n  qsvtin info site.tin --tin ditch --json");
-    app.callback([options] { RunInfo(*options); });
+    DeclareTin(command, options->choice, "only this TIN, by its number or name (all)");
+    DeclareJson(command, options->json);
+    command.SetExample("  qsvtin info site.tin\n  qsvtin info site.tin --tin ditch --json");
+    command.SetAction([options] { RunInfo(*options); });
 }
 
 }   // namespace qsvtin

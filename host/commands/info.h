@@ -1,12 +1,12 @@
 #ifndef QSVTIN_COMMANDS_INFO_H
 #define QSVTIN_COMMANDS_INFO_H
 
-#include <CLI/CLI.hpp>
+#include "host/commands/command_line.h"
 
 namespace qsvtin {
 
 /// "qsvtin info": what a TIN file holds.
-void DeclareInfo(CLI::App& app);
+void DeclareInfo(CommandLine command);
 
 }   // namespace qsvtin
 

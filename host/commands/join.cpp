@@ -75,16 +75,16 @@ void RunJoin(const JoinOptions& options)
 
 }   // namespace
 
-void DeclareJoin(CLI::App& app)
+void DeclareJoin(CommandLine command)
 {
     const auto options = std::make_shared<JoinOptions>();
-    app.add_option("FILE", options->files, "TIN files or models, whose TINs follow each other")->required();
-    app.add_option("-o,--output", options->output, "TIN file to write")->required()->type_name("OUT");
-    app.add_option("--format", options->form, "form of the file: 2 with texture coordinates (2), 1 without")
-        ->type_name("2|1");
-    DeclareJson(app, options->json);
-    SetExample(app, "  qsvtin join before.tin after.tin -o both.tin\n  qsvtin info both.tin --tin after");
-    app.callback([options] { RunJoin(*options); });
+    command.Argument("FILE", options->files, "TIN files or models, whose TINs follow each other");
+    command.RequiredOption("-o,--output", options->output, "OUT", "TIN file to write");
+    command.Option("--format", options->form, "2|1",
+                   "form of the file: 2 with texture coordinates (2), 1 without");
+    DeclareJson(command, options->json);
+    command.SetExample("  qsvtin join before.tin after.tin -o both.tin\n  qsvtin info both.tin --tin after");
+    command.SetAction([options] { RunJoin(*options); });
 }
 
 }   // namespace qsvtin

@@ -6,10 +6,10 @@
 
 namespace qsvtin {
 
-void DeclareManual(CLI::App& app)
+void DeclareManual(CommandLine command)
 {
-    SetExample(app, "  qsvtin manual | man -l -");
-    app.callback([&app] { Print(ManualPage(*app.get_parent())); });
+    command.SetExample("  qsvtin manual | man -l -");
+    command.SetAction([command] { Print(ManualPage(command.Program())); });
 }
 
 }   // namespace qsvtin

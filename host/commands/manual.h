@@ -1,12 +1,12 @@
 #ifndef QSVTIN_COMMANDS_MANUAL_H
 #define QSVTIN_COMMANDS_MANUAL_H
 
-#include <CLI/CLI.hpp>
+#include "host/commands/command_line.h"
 
 namespace qsvtin {
 
 /// "qsvtin manual": prints the manual page, made of what all commands have declared.
-void DeclareManual(CLI::App& app);
+void DeclareManual(CommandLine command);
 
 }   // namespace qsvtin
 

@@ -11,37 +11,31 @@
 
 namespace qsvtin {
 
-void DeclareTin(CLI::App& app, TinChoice& choice)
+void DeclareTin(CommandLine command, TinChoice& choice, const std::string& help)
 {
-    app.add_option("FILE", choice.file,
-                   "TIN file of any form, or a file of another program: " + ExchangeExtensions())
-        ->required();
-    app.add_option("--tin,--surface", choice.tin, "the TIN to take, by its number or name (the first)")
-        ->type_name("NUMBER|NAME");
+    command.Argument("FILE", choice.file,
+                     "TIN file of any form, or a file of another program: " + ExchangeExtensions());
+    command.Option("--tin,--surface", choice.tin, "NUMBER|NAME", help);
 }
 
-void DeclareOutputs(CLI::App& app, OutputChoice& outputs)
+void DeclareOutputs(CommandLine command, OutputChoice& outputs)
 {
-    app.add_option("-o,--output", outputs.paths,
-                   "file to write, by its extension: " + KnownExtensions() + "; may be repeated")
-        ->required()
-        ->allow_extra_args(false)
-        ->type_name("OUT");
-    DeclareWriteOptions(app, outputs);
+    command.RequiredOption("-o,--output", outputs.paths, "OUT",
+                           "file to write, by its extension: " + KnownExtensions() + "; may be repeated");
+    DeclareWriteOptions(command, outputs);
 }
 
-void DeclareWriteOptions(CLI::App& app, OutputChoice& outputs)
+void DeclareWriteOptions(CommandLine command, OutputChoice& outputs)
 {
-    app.add_option(
-           "--format", outputs.form,
-           "form of TIN files: 2 a collection with texture coordinates, 1 a collection without, 0 one "
-           "TIN without a name")
-        ->type_name("2|1|0");
-    app.add_option("--name", outputs.options.name, "name of the TIN in a TIN file (that of the file)")
-        ->type_name("NAME");
-    app.add_flag("--ascii", outputs.options.ascii, "write .ply and .stl as text");
-    app.add_option("--title", outputs.options.title, "title of pictures and models (the name of the input)")
-        ->type_name("TEXT");
+    command.Option(
+        "--format", outputs.form, "2|1|0",
+        "form of TIN files: 2 a collection with texture coordinates, 1 a collection without, 0 one "
+        "TIN without a name");
+    command.Option("--name", outputs.options.name, "NAME",
+                   "name of the TIN in a TIN file (that of the file)");
+    command.Flag("--ascii", outputs.options.ascii, "write .ply and .stl as text");
+    command.Option("--title", outputs.options.title, "TEXT",
+                   "title of pictures and models (the name of the input)");
 }
 
 void CheckOutputs(const OutputChoice& outputs)
@@ -79,13 +73,12 @@ std::string BreaklineFiles()
            ExchangeExtensions();
 }
 
-void DeclareUnits(CLI::App& app, std::string& unit)
+void DeclareUnits(CommandLine command, std::string& unit)
 {
-    app.add_option(
-           "--units", unit,
-           "convert to this unit, such as meter, foot or USSurveyFoot, where the input states its own; "
-           "other input is taken to be in it")
-        ->type_name("UNIT");
+    command.Option(
+        "--units", unit, "UNIT",
+        "convert to this unit, such as meter, foot or USSurveyFoot, where the input states its own; "
+        "other input is taken to be in it");
 }
 
 LengthUnit UnitFromOption(const std::string& name)
@@ -97,9 +90,9 @@ LengthUnit UnitFromOption(const std::string& name)
     return unit;
 }
 
-void DeclareJson(CLI::App& app, bool& json)
+void DeclareJson(CommandLine command, bool& json)
 {
-    app.add_flag("--json", json, "report as JSON");
+    command.Flag("--json", json, "report as JSON");
 }
 
 std::string OnOneLine(std::string text)
@@ -107,11 +100,6 @@ std::string OnOneLine(std::string text)
     const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20; };
     std::replace_if(text.begin(), text.end(), isControl, ' ');
     return text;
-}
-
-void SetExample(CLI::App& app, const std::string& lines)
-{
-    app.footer("Example:\n" + lines);
 }
 
 }   // namespace qsvtin

@@ -1,10 +1,9 @@
 #ifndef QSVTIN_COMMANDS_OPTIONS_H
 #define QSVTIN_COMMANDS_OPTIONS_H
 
+#include "host/commands/command_line.h"
 #include "host/input/tins.h"
 #include "host/output/write_options.h"
-
-#include <CLI/CLI.hpp>
 
 #include <optional>
 #include <string>
@@ -18,8 +17,9 @@ struct TinChoice {
     std::string tin;   ///< number or name; empty: the first
 };
 
-/// Declares the file as the first argument, and --tin.
-void DeclareTin(CLI::App& app, TinChoice& choice);
+/// Declares the file as the first argument, and --tin with this help.
+void DeclareTin(CommandLine command, TinChoice& choice,
+                const std::string& help = "the TIN to take, by its number or name (the first)");
 
 /// Files to write, and what the user chose about them.
 struct OutputChoice {
@@ -29,9 +29,9 @@ struct OutputChoice {
 };
 
 /// Declares -o, --format, --name, --ascii and --title.
-void DeclareOutputs(CLI::App& app, OutputChoice& outputs);
+void DeclareOutputs(CommandLine command, OutputChoice& outputs);
 /// Declares the options without -o, for a command whose last argument is the file to write.
-void DeclareWriteOptions(CLI::App& app, OutputChoice& outputs);
+void DeclareWriteOptions(CommandLine command, OutputChoice& outputs);
 
 /// Finds out before any work is done whether the outputs can be written. @throws Failure when not
 void CheckOutputs(const OutputChoice& outputs);
@@ -43,18 +43,15 @@ void RefuseInput(const std::string& output, const std::vector<std::string>& inpu
 std::string BreaklineFiles();
 
 /// Declares --units.
-void DeclareUnits(CLI::App& app, std::string& unit);
+void DeclareUnits(CommandLine command, std::string& unit);
 /// The unit of that name; Unknown for none. @throws Failure (bad usage) for a name of no unit
 LengthUnit UnitFromOption(const std::string& name);
 
 /// Declares --json.
-void DeclareJson(CLI::App& app, bool& json);
+void DeclareJson(CommandLine command, bool& json);
 
 /// One line, whatever the text holds: a title also becomes a comment in text formats.
 std::string OnOneLine(std::string text);
-
-/// Ends the help of a command with an example.
-void SetExample(CLI::App& app, const std::string& lines);
 
 }   // namespace qsvtin
 

@@ -63,18 +63,17 @@ void RunPick(const PickOptions& options)
 
 }   // namespace
 
-void DeclarePick(CLI::App& app)
+void DeclarePick(CommandLine command)
 {
     const auto options = std::make_shared<PickOptions>();
-    options->view.Declare(app);
-    app.add_option("PIXEL", options->pixel, "column and row, such as 800,500, from 0,0 at the upper left")
-        ->required();
-    DeclareJson(app, options->json);
-    app.footer(
+    options->view.Declare(command);
+    command.Argument("PIXEL", options->pixel, "column and row, such as 800,500, from 0,0 at the upper left");
+    DeclareJson(command, options->json);
+    command.SetFooter(
         "Give the view and the size that the picture was rendered with. The line of sight through the\n"
         "middle of the pixel is followed to the nearest triangle, by a test of every one.\n\n"
         "Example:\n  qsvtin pick hill.tin 800,500 --view 205,30 --perspective --exaggerate 2");
-    app.callback([options] { RunPick(*options); });
+    command.SetAction([options] { RunPick(*options); });
 }
 
 }   // namespace qsvtin

@@ -1,12 +1,12 @@
 #ifndef QSVTIN_COMMANDS_PICK_H
 #define QSVTIN_COMMANDS_PICK_H
 
-#include <CLI/CLI.hpp>
+#include "host/commands/command_line.h"
 
 namespace qsvtin {
 
 /// "qsvtin pick": tells what lies under a pixel of a picture that "qsvtin render" draws.
-void DeclarePick(CLI::App& app);
+void DeclarePick(CommandLine command);
 
 }   // namespace qsvtin
 

@@ -64,19 +64,18 @@ void RunPolygon(PolygonOptions options)
 
 }   // namespace
 
-void DeclarePolygon(CLI::App& app)
+void DeclarePolygon(CommandLine command)
 {
     const auto options = std::make_shared<PolygonOptions>();
-    app.add_option(
-           "FILE", options->file,
-           "the corners of the polygon: a text file with a line of x y z each, or the one line of a file of "
-           "another program: " +
-               ExchangeExtensions())
-        ->required();
-    DeclareOutputs(app, options->outputs);
-    DeclareJson(app, options->json);
-    SetExample(app, "  qsvtin polygon pond.txt -o pond.tin");
-    app.callback([options] { RunPolygon(*options); });
+    command.Argument(
+        "FILE", options->file,
+        "the corners of the polygon: a text file with a line of x y z each, or the one line of a file of "
+        "another program: " +
+            ExchangeExtensions());
+    DeclareOutputs(command, options->outputs);
+    DeclareJson(command, options->json);
+    command.SetExample("  qsvtin polygon pond.txt -o pond.tin");
+    command.SetAction([options] { RunPolygon(*options); });
 }
 
 }   // namespace qsvtin

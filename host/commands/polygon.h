@@ -1,12 +1,12 @@
 #ifndef QSVTIN_COMMANDS_POLYGON_H
 #define QSVTIN_COMMANDS_POLYGON_H
 
-#include <CLI/CLI.hpp>
+#include "host/commands/command_line.h"
 
 namespace qsvtin {
 
 /// "qsvtin polygon": a TIN that fills one polygon.
-void DeclarePolygon(CLI::App& app);
+void DeclarePolygon(CommandLine command);
 
 }   // namespace qsvtin
 

@@ -68,25 +68,19 @@ void RunRender(const RenderOptions& options)
 
 }   // namespace
 
-void DeclareRender(CLI::App& app)
+void DeclareRender(CommandLine command)
 {
     const auto options = std::make_shared<RenderOptions>();
-    options->view.Declare(app);
-    app.add_option("--breaklines", options->breaklines,
-                   "lines to draw on the surface: " + BreaklineFiles() + "; may be repeated")
-        ->allow_extra_args(false)
-        ->type_name("FILE");
-    app.add_option("--texture", options->texture,
-                   "picture to drape over the surface, .png: north up, as wide and as high as the TIN")
-        ->type_name("IMAGE");
-    app.add_flag("--no-edges", options->noEdges, "leave out the edges of the triangles");
-    app.add_option("--title", options->title, "title of the picture (the name of the file)")
-        ->type_name("TEXT");
-    app.add_option("-o,--output", options->output, "picture to write: .png, .svg or .pdf")
-        ->required()
-        ->type_name("OUT");
-    SetExample(app, "  qsvtin render hill.tin --view 205,30 --perspective --exaggerate 2 -o hill.png");
-    app.callback([options] { RunRender(*options); });
+    options->view.Declare(command);
+    command.Option("--breaklines", options->breaklines, "FILE",
+                   "lines to draw on the surface: " + BreaklineFiles() + "; may be repeated");
+    command.Option("--texture", options->texture, "IMAGE",
+                   "picture to drape over the surface, .png: north up, as wide and as high as the TIN");
+    command.Flag("--no-edges", options->noEdges, "leave out the edges of the triangles");
+    command.Option("--title", options->title, "TEXT", "title of the picture (the name of the file)");
+    command.RequiredOption("-o,--output", options->output, "OUT", "picture to write: .png, .svg or .pdf");
+    command.SetExample("  qsvtin render hill.tin --view 205,30 --perspective --exaggerate 2 -o hill.png");
+    command.SetAction([options] { RunRender(*options); });
 }
 
 }   // namespace qsvtin

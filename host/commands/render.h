@@ -1,12 +1,12 @@
 #ifndef QSVTIN_COMMANDS_RENDER_H
 #define QSVTIN_COMMANDS_RENDER_H
 
-#include <CLI/CLI.hpp>
+#include "host/commands/command_line.h"
 
 namespace qsvtin {
 
 /// "qsvtin render": draws a TIN from any direction.
-void DeclareRender(CLI::App& app);
+void DeclareRender(CommandLine command);
 
 }   // namespace qsvtin
 

@@ -57,20 +57,18 @@ void RunView(const ViewPageOptions& options)
 
 }   // namespace
 
-void DeclareView(CLI::App& app)
+void DeclareView(CommandLine command)
 {
     const auto options = std::make_shared<ViewPageOptions>();
-    DeclareTin(app, options->choice);
-    app.add_option("--breaklines", options->breaklines,
-                   "lines to draw on the surface: " + BreaklineFiles() + "; may be repeated")
-        ->allow_extra_args(false)
-        ->type_name("FILE");
-    app.add_option("--exaggerate", options->exaggeration, "factor for heights when the page opens (1)")
-        ->type_name("FACTOR");
-    app.add_option("--title", options->title, "title of the page (the name of the file)")->type_name("TEXT");
-    app.add_option("-o,--output", options->output, "page to write: .html")->required()->type_name("OUT");
-    SetExample(app, "  qsvtin view site.tin --breaklines lines.txt -o site.html && xdg-open site.html");
-    app.callback([options] { RunView(*options); });
+    DeclareTin(command, options->choice);
+    command.Option("--breaklines", options->breaklines, "FILE",
+                   "lines to draw on the surface: " + BreaklineFiles() + "; may be repeated");
+    command.Option("--exaggerate", options->exaggeration, "FACTOR",
+                   "factor for heights when the page opens (1)");
+    command.Option("--title", options->title, "TEXT", "title of the page (the name of the file)");
+    command.RequiredOption("-o,--output", options->output, "OUT", "page to write: .html");
+    command.SetExample("  qsvtin view site.tin --breaklines lines.txt -o site.html && xdg-open site.html");
+    command.SetAction([options] { RunView(*options); });
 }
 
 }   // namespace qsvtin

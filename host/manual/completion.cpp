@@ -1,7 +1,5 @@
 #include "host/manual/completion.h"
 
-#include "host/manual/usage.h"
-
 namespace qsvtin {
 
 namespace {
@@ -25,10 +23,10 @@ std::string OptionWords(const Usage& usage)
     return words;
 }
 
-std::string Bash(const CLI::App& program)
+std::string Bash(const ProgramUsage& program)
 {
     std::string names, cases;
-    for (const Usage& command : CommandsOf(program)) {
+    for (const Usage& command : program.commands) {
         names += command.name + " ";
         cases += "        " + command.name + ") options=\"" + OptionWords(command) + "\" ;;\n";
     }
@@ -39,7 +37,7 @@ std::string Bash(const CLI::App& program)
            "    COMPREPLY=()\n"
            "    if ((COMP_CWORD == 1)); then\n"
            "        COMPREPLY=($(compgen -W \"" +
-           names + OptionWords(UsageOf(program)) +
+           names + OptionWords(program.itself) +
            "\" -- \"$word\"))\n"
            "        return\n"
            "    fi\n"
@@ -63,10 +61,10 @@ std::string ZshItem(const std::string& word, const std::string& description)
     return Quote(word + ":" + escaped);
 }
 
-std::string Zsh(const CLI::App& program)
+std::string Zsh(const ProgramUsage& program)
 {
     std::string names, cases;
-    for (const Usage& command : CommandsOf(program)) {
+    for (const Usage& command : program.commands) {
         names += "        " + ZshItem(command.name, command.summary) + "\n";
         cases += "        " + command.name + ") options=(\n";
         for (const OptionUsage& option : command.options) {
@@ -107,10 +105,10 @@ std::string FishNames(const OptionUsage& option)
     return text;
 }
 
-std::string Fish(const CLI::App& program)
+std::string Fish(const ProgramUsage& program)
 {
     std::string text = "# fish completion of qsvtin\n";
-    for (const Usage& command : CommandsOf(program)) {
+    for (const Usage& command : program.commands) {
         text += "complete -c qsvtin -n __fish_use_subcommand -f -a " + command.name + " -d " +
                 Quote(command.summary) + "\n";
         for (const OptionUsage& option : command.options) {
@@ -124,7 +122,7 @@ std::string Fish(const CLI::App& program)
 
 }   // namespace
 
-std::string CompletionFor(const std::string& shell, const CLI::App& program)
+std::string CompletionFor(const std::string& shell, const ProgramUsage& program)
 {
     if (shell == "bash") return Bash(program);
     if (shell == "zsh") return Zsh(program);

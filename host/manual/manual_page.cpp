@@ -1,7 +1,5 @@
 #include "host/manual/manual_page.h"
 
-#include "host/manual/usage.h"
-
 #include <algorithm>
 #include <cctype>
 
@@ -88,13 +86,13 @@ std::string Section(const Usage& command)
 
 }   // namespace
 
-std::string ManualPage(const CLI::App& program)
+std::string ManualPage(const ProgramUsage& program)
 {
-    const Usage usage = UsageOf(program);
+    const Usage& usage = program.itself;
     std::string summary = usage.summary;
     summary.front() = static_cast<char>(std::tolower(static_cast<unsigned char>(summary.front())));
     // Without a date: the same program gives the same page.
-    std::string page = ".TH QSVTIN 1 \"\" \"qsvtin " + program.version() + "\" \"User Commands\"\n" +
+    std::string page = ".TH QSVTIN 1 \"\" \"qsvtin " + program.version + "\" \"User Commands\"\n" +
                        ".SH NAME\nqsvtin \\- " + Escaped(summary) + "\n.SH SYNOPSIS\n" + Bold("qsvtin") +
                        " " + Italic("COMMAND") + " [" + Italic("ARGUMENT") + "...] [" + Italic("OPTION") +
                        "...]\n" + ".SH DESCRIPTION\n" + kDescription + ".SH OPTIONS\n";
@@ -102,7 +100,7 @@ std::string ManualPage(const CLI::App& program)
         page += ".TP\n" + Bold(option.Names(", ")) + "\n" + Escaped(option.description) + "\n";
     }
     page += ".SH COMMANDS\n";
-    for (const Usage& command : CommandsOf(program)) {
+    for (const Usage& command : program.commands) {
         page += Section(command);
     }
     return page + kExitStatus;

@@ -1,8 +1,6 @@
 #ifndef QSVTIN_MANUAL_USAGE_H
 #define QSVTIN_MANUAL_USAGE_H
 
-#include <CLI/CLI.hpp>
-
 #include <string>
 #include <vector>
 
@@ -36,10 +34,12 @@ struct Usage {
     std::string footer;   ///< what ends the help: examples
 };
 
-/// What was declared for a command, or for the program.
-Usage UsageOf(const CLI::App& app);
-/// The commands of the program, in the order of its help.
-std::vector<Usage> CommandsOf(const CLI::App& program);
+/// Everything that was declared.
+struct ProgramUsage {
+    Usage itself;
+    std::string version;
+    std::vector<Usage> commands;   ///< in the order of the help
+};
 
 }   // namespace qsvtin
 

@@ -95,28 +95,24 @@ bool ReadNumbers(std::string_view text, char separator, std::initializer_list<do
     return true;
 }
 
-void ViewOptions::Declare(CLI::App& app)
+void ViewOptions::Declare(CommandLine command)
 {
-    DeclareTin(app, tin);
-    app.add_option(
-           "--view", view,
-           "where the viewer stands, in degrees: from north over east, and above the horizon, such as "
-           "205,30 (the plan, 180,90)")
-        ->type_name("AZIMUTH,ELEVATION");
-    app.add_flag("--perspective", perspective, "what is near looks larger; else lines of sight are parallel");
-    app.add_option("--exaggerate", exaggeration, "factor for heights (1)")->type_name("FACTOR");
-    app.add_option("--skirt", skirt, "hang walls on the outline, down or up to this height")->type_name("Z");
-    app.add_option("--size", size, "of the picture, in pixels (1600x1000); a PDF is as many points")
-        ->type_name("WIDTHxHEIGHT");
-    app.add_option("--grid-sphere", sphere,
-                   "draw a sphere around a station, ruled with the angles that an instrument reads there")
-        ->type_name("X,Y,Z,RADIUS");
-    app.add_option("--sphere-step", sphereStep, "degrees between its lines (30,15)")
-        ->type_name("HORIZONTAL,VERTICAL");
-    app.add_option("--sphere-zero", sphereZero,
+    DeclareTin(command, tin);
+    command.Option(
+        "--view", view, "AZIMUTH,ELEVATION",
+        "where the viewer stands, in degrees: from north over east, and above the horizon, such as "
+        "205,30 (the plan, 180,90)");
+    command.Flag("--perspective", perspective, "what is near looks larger; else lines of sight are parallel");
+    command.Option("--exaggerate", exaggeration, "FACTOR", "factor for heights (1)");
+    command.Option("--skirt", skirt, "Z", "hang walls on the outline, down or up to this height");
+    command.Option("--size", size, "WIDTHxHEIGHT",
+                   "of the picture, in pixels (1600x1000); a PDF is as many points");
+    command.Option("--grid-sphere", sphere, "X,Y,Z,RADIUS",
+                   "draw a sphere around a station, ruled with the angles that an instrument reads there");
+    command.Option("--sphere-step", sphereStep, "HORIZONTAL,VERTICAL", "degrees between its lines (30,15)");
+    command.Option("--sphere-zero", sphereZero, "zenith|horizon|horizon-signed|nadir",
                    "where vertical angles are 0 (zenith); below it, horizon reads 270 to 360 and "
-                   "horizon-signed -90 to 0")
-        ->type_name("zenith|horizon|horizon-signed|nadir");
+                   "horizon-signed -90 to 0");
 }
 
 PictureOptions ViewOptions::Picture() const

@@ -5,8 +5,6 @@
 #include "host/view/scene.h"
 #include "host/view/view_picture.h"
 
-#include <CLI/CLI.hpp>
-
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -26,7 +24,7 @@ struct ViewOptions {
     std::string sphereStep;
     std::string sphereZero;
 
-    void Declare(CLI::App& app);
+    void Declare(CommandLine command);
     /// @throws Failure (bad usage) when they make no sense
     PictureOptions Picture() const;
     /// Reads the TIN. @throws Failure when there is none that can be drawn
