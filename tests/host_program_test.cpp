@@ -153,6 +153,19 @@ TEST_F(Program, NamesIncompleteLinesAndHeightConflicts)
 }
 
 // Ridges and a fault valley surveyed beside a grid of posts.
+TEST_F(Program, TellsWhenPointsInLineFoldTheSurface)
+{
+    Put("line.txt", "-2521.985476945427 175.713395116136 1\n-1272.344737096022 1165.659920796980 1\n"
+                    "-2250.620554171414 410.317488254661 1\n-1022.416589126141 1363.649225933149 1\n");
+    const Result folded = Run("build line.txt -o line.tin");
+    EXPECT_EQ(folded.status, 0);
+    EXPECT_NE(folded.err.find("folded the surface (triangles that run clockwise: 1)"), std::string::npos)
+        << folded.err;
+    EXPECT_EQ(Run("check line.tin").status, 1);
+    EXPECT_EQ(Run("build line.txt --eps 0.001 -o line.tin").err, "");
+    EXPECT_EQ(Run("check line.tin").status, 0);
+}
+
 TEST_F(Program, BuildsTheSampleTerrain)
 {
     const Result result = Run("build '" QSV_SAMPLE "/points.xyz' --breaklines '" QSV_SAMPLE

@@ -13,6 +13,7 @@
 #include "host/terrain/boundary.h"
 #include "host/terrain/mesh_to_tin.h"
 #include "host/terrain/prepare.h"
+#include "host/terrain/soundness.h"
 #include "host/terrain/terrain.h"
 
 #include <filesystem>
@@ -93,6 +94,15 @@ std::string InputNames(const BuildOptions& options)
     return names;
 }
 
+void TellFolds(const CTin& tin)
+{
+    const int folded = CountFolded(tin);
+    if (folded == 0) return;
+    Note("points in line but for rounding folded the surface (triangles that run clockwise: " +
+         std::to_string(folded) +
+         "); --trim-angle 0.1 or --eps 0.001 mends most such folds, and qsvtin check tells where they are");
+}
+
 void RunBuild(BuildOptions options)
 {
     CheckOptions(options);
@@ -112,6 +122,7 @@ void RunBuild(BuildOptions options)
     const int cut = CutToBoundaries(terrain, survey.boundaries);
     BuildReport report = MakeBuildReport(survey, prepared, terrain);
     report.cutOff = cut;
+    TellFolds(terrain.tin);
     stopwatch.Enter("write");
     UpdateStoredParts(terrain.tin);
     WriteAll(terrain, write, options.outputs.paths);

@@ -33,6 +33,16 @@ Soundness CheckSoundness(const CTin& tin)
     return found;
 }
 
+int CountFolded(const CTin& tin)
+{
+    const double rounding = CTin().m_dEPS2;   // as for a TIN that was read: files keep no tolerances
+    int folded = 0;
+    for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
+        folded += DoubledPlanArea(tin, t) < -rounding ? 1 : 0;
+    }
+    return folded;
+}
+
 std::string PlaceOf(const CMeshFault& fault)
 {
     const auto number = [](int value) { return std::to_string(value); };

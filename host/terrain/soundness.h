@@ -20,6 +20,10 @@ struct Soundness {
 /// Looks for everything that a TIN must not have.
 Soundness CheckSoundness(const CTin& tin);
 
+/// How many triangles run clockwise in plan, by more than rounding: the surface is folded there. CheckSoundness names
+/// them; this only counts, in linear time.
+int CountFolded(const CTin& tin);
+
 /// A fault and its place in words, such as "triangle 7, slot 1, vertex 12".
 std::string PlaceOf(const CMeshFault& fault);
 
