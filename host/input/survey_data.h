@@ -36,7 +36,7 @@ struct Breakline {
 
 /// A ring that bounds a surface, in plan.
 struct BoundaryRing {
-    enum Kind { Outer, Void, Island };   ///< a void has no ground within, except in islands
+    enum Kind { Outer, Void, Island };   ///< a void has no ground within; an island in it has
 
     Breakline line;
     Kind kind = Outer;

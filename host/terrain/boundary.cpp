@@ -6,7 +6,8 @@
 #include "host/terrain/plan_ring.h"
 #include "host/terrain/triangles.h"
 
-#include <array>
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <optional>
 
@@ -35,35 +36,59 @@ BoxTree TreeOfCentres(const CTin& tin)
     return BoxTree(boxes);
 }
 
-// What the rings of each kind hold.
+double AreaWithin(const BoundaryRing& ring)
+{
+    const std::vector<Position>& points = ring.line.points;
+    double doubled = 0.0;
+    for (std::size_t i = 1; i + 1 < points.size(); ++i) {
+        const Position &a = points[0], &b = points[i], &c = points[i + 1];
+        doubled += (b.x - a.x) * (c.y - a.y) - (c.x - a.x) * (b.y - a.y);
+    }
+    return std::fabs(doubled) / 2.0;
+}
+
+// Rings that lie in others come after them.
+std::vector<const BoundaryRing*> FromOutside(const std::vector<BoundaryRing>& rings)
+{
+    std::vector<std::pair<double, const BoundaryRing*>> sized;
+    for (const BoundaryRing& ring : rings) {
+        sized.emplace_back(AreaWithin(ring), &ring);
+    }
+    std::stable_sort(sized.begin(), sized.end(),
+                     [](const auto& a, const auto& b) { return a.first > b.first; });
+    std::vector<const BoundaryRing*> ordered;
+    for (const auto& [area, ring] : sized) {
+        ordered.push_back(ring);
+    }
+    return ordered;
+}
+
+// What the rings leave.
 class Ground
 {
 public:
     Ground(const CTin& tin, const LocalOrigin& origin)
-        : m_tin(tin), m_origin(origin), m_edgeRings(tin, origin)
+        : m_tin(tin), m_origin(origin), m_edgeRings(tin, origin),
+          m_inOuter(static_cast<std::size_t>(tin.m_aTri.GetSize())), m_inHole(m_inOuter)
     {
-        for (std::vector<bool>& within : m_within) {
-            within.resize(static_cast<std::size_t>(tin.m_aTri.GetSize()));
-        }
     }
 
+    // Rings must come from the outside inwards.
     void Add(const BoundaryRing& ring)
     {
-        std::vector<bool>& within = m_within[static_cast<std::size_t>(ring.kind)];
-        m_bounded = m_bounded || ring.kind == BoundaryRing::Outer;
+        const bool isOuter = ring.kind == BoundaryRing::Outer;
+        std::vector<bool>& marks = isOuter ? m_inOuter : m_inHole;
+        m_bounded = m_bounded || isOuter;
         const auto found = m_edgeRings.TrianglesWithin(ring.line.points);
         for (const int t : found ? *found : WithCentreIn(ring)) {
-            within[static_cast<std::size_t>(t)] = true;
+            marks[static_cast<std::size_t>(t)] = ring.kind != BoundaryRing::Island;
         }
     }
 
     bool Holds(int triangle) const
     {
-        const auto inOne = [&](BoundaryRing::Kind kind) {
-            return m_within[static_cast<std::size_t>(kind)][static_cast<std::size_t>(triangle)];
-        };
-        if (m_bounded && !inOne(BoundaryRing::Outer)) return false;
-        return !inOne(BoundaryRing::Void) || inOne(BoundaryRing::Island);
+        const auto t = static_cast<std::size_t>(triangle);
+        return (!m_bounded || m_inOuter[t]) && !m_inHole[t];
     }
 
 private:
@@ -90,7 +115,8 @@ private:
     const EdgeRings m_edgeRings;
     std::optional<BoxTree> m_centres;   // of the triangles, once they are asked for
     bool m_bounded = false;
-    std::array<std::vector<bool>, 3> m_within;   // by kind, of each triangle
+    std::vector<bool> m_inOuter;   // of each triangle, here and below
+    std::vector<bool> m_inHole;
 };
 
 }   // namespace
@@ -100,8 +126,8 @@ int CutToBoundaries(Terrain& terrain, const std::vector<BoundaryRing>& rings)
     if (rings.empty()) return 0;
     CTin& tin = terrain.tin;
     Ground ground(tin, terrain.origin);
-    for (const BoundaryRing& ring : rings) {
-        ground.Add(ring);
+    for (const BoundaryRing* const ring : FromOutside(rings)) {
+        ground.Add(*ring);
     }
     int kept = 0;
     for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
