@@ -94,7 +94,8 @@ int main(int argc, char** argv)
 {
     qsvtin::PrepareConsole();
     CLI::App app("Terrain from survey points and breaklines", "qsvtin");
-    app.set_version_flag("--version", QSVTIN_VERSION);
+    qsvtin::ShapeHelp(app);
+    app.set_version_flag("--version", QSVTIN_VERSION, "show the version");
     app.footer("qsvtin COMMAND --help tells more of each, with an example. To begin with:\n"
                "  qsvtin build points.txt --breaklines lines.txt -o site.tin -o site.png");
     app.allow_windows_style_options(false);   // a slash begins a path, on every system
@@ -103,6 +104,7 @@ int main(int argc, char** argv)
         for (const qsvtin::Command& command : kCommands) {
             CLI::App& declared = *app.add_subcommand(command.name, command.summary);
             declared.footer("");   // not that of the program
+            declared.group("Commands");
             command.declare(qsvtin::CommandLine(declared));
         }
         RequireKnownCommand(argc, argv);

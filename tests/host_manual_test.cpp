@@ -34,7 +34,7 @@ protected:
     Words Commands() const
     {
         const std::string help = Printed("--help");
-        const Words commands = Matches(help.substr(help.find("Subcommands:")), "^  ([a-z]+)  ");
+        const Words commands = Matches(help.substr(help.find("\nCommands:")), "^  ([a-z]+)  ");
         EXPECT_GE(commands.size(), 10u);
         return commands;
     }

@@ -2,7 +2,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <memory>
 #include <optional>
+#include <sstream>
 #include <type_traits>
 #include <utility>
 
@@ -28,6 +30,39 @@ std::vector<std::string> NamesOf(const CLI::Option& option)
     return names;
 }
 
+// Words in lines as long as fit a screen beside the names of options.
+std::string Wrapped(const std::string& text)
+{
+    constexpr std::size_t kLongest = 70;
+    std::istringstream words(text);
+    std::string lines;
+    std::size_t length = 0;
+    for (std::string word; words >> word; length += word.size()) {
+        if (length > 0) {
+            const bool fits = length + 1 + word.size() <= kLongest;
+            lines += fits ? ' ' : '\n';
+            length = fits ? length + 1 : 0;
+        }
+        lines += word;
+    }
+    return lines;
+}
+
+class HelpFormatter : public CLI::Formatter
+{
+public:
+    HelpFormatter()
+    {
+        label("Positionals", "Arguments");
+        label("SUBCOMMAND", "COMMAND");
+        label("REQUIRED", "(required)");
+    }
+    std::string make_option_desc(const CLI::Option* option) const override
+    {
+        return Wrapped(option->get_description());
+    }
+};
+
 Usage UsageOf(const CLI::App& app)
 {
     Usage usage{app.get_name(), app.get_description(), {}, {}, app.get_footer()};
@@ -50,13 +85,13 @@ Usage UsageOf(const CLI::App& app)
 template <class T>
 void CommandLine::Argument(const std::string& name, T& value, const std::string& help)
 {
-    m_app->add_option(name, value, help)->required();
+    m_app->add_option(name, value, help)->required()->type_name("");
 }
 
 template <class T>
 void CommandLine::OptionalArgument(const std::string& name, T& value, const std::string& help)
 {
-    m_app->add_option(name, value, help);
+    m_app->add_option(name, value, help)->type_name("");
 }
 
 template <class T>
@@ -115,6 +150,12 @@ ProgramUsage CommandLine::Program() const
         usage.commands.push_back(UsageOf(*command));
     }
     return usage;
+}
+
+void ShapeHelp(CLI::App& program)
+{
+    program.formatter(std::make_shared<HelpFormatter>());
+    program.set_help_flag("-h,--help", "show this help");
 }
 
 // What commands declare.

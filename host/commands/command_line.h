@@ -61,6 +61,9 @@ private:
     CLI::App* m_app;
 };
 
+/// Gives the help of a program our words, and lines that fit a screen. For commands that are added afterwards.
+void ShapeHelp(CLI::App& program);
+
 }   // namespace qsvtin
 
 #endif

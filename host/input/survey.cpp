@@ -62,7 +62,7 @@ private:
         if (nothingElse && bad.size() > 1)
             throw Failure(place + "; no line could be read, give one point a line: x y z");
         const std::string more =
-            bad.size() > 1 ? " (" + std::to_string(bad.size() - 1) + " more such lines)" : "";
+            bad.size() > 1 ? " (" + std::to_string(bad.size()) + " such lines in all)" : "";
         throw Failure(place + "; fix the line" + (m_use == Use::Build ? " or pass --skip-bad" : "") + more);
     }
 
