@@ -81,14 +81,15 @@ TEST_F(Exchange, LandXmlKeepsTheOutline)
     }
     Put("hole.xml",
         LandXml(kMetric, "<Surface name=\"s\"><SourceData><Boundaries>" + ring("outer", 0.7, 18.2) +
-                             ring("void", 3.1, 15.3) + ring("island", 6.9, 11.2) + "</Boundaries>" + points +
+                             ring("island", 4.6, 13.7) + ring("void", 3.1, 15.3) + ring("island", 7.9, 10.2) +
+                             ring("void", 6.6, 11.4) + "</Boundaries>" + points +
                              "</PntList3D></DataPoints></SourceData></Surface>"));
     const struct {
         const char* input;
         std::vector<const char*> rings;
     } aCase[] = {{"grid.txt", {"outer"}},
                  {"far.txt --breaklines ditch.txt --trim-angle 60", {"outer", "outer", "outer"}},
-                 {"hole.xml", {"outer", "void", "island"}}};
+                 {"hole.xml", {"outer", "void", "island", "void", "island"}}};
     for (const auto& c : aCase) {
         SCOPED_TRACE(c.input);
         const auto first = Report(std::string("build ") + c.input + " --name s -o a.tin -o a.xml");
@@ -102,6 +103,30 @@ TEST_F(Exchange, LandXmlKeepsTheOutline)
             EXPECT_NE(at, std::string::npos) << kind;
         }
         EXPECT_EQ(Get("b.xml").find("<Boundary ", at + 1), std::string::npos);
+    }
+}
+
+// Formats without room for lines, and commands that would have to follow them, say so.
+TEST_F(Exchange, ConvertKeepsTheLinesOfAModel)
+{
+    Put("m.obj", "v 0 0 0\nv 2 -4 0\nv 4 0 1\nv 2 4 0\nf 1 2 3\nf 1 3 4\nl 1 3\nl 1 2 3 4 1\n");
+    for (const char* const to : {"a.obj", "a.xml", "a.dxf", "a.geojson", "a.svg"}) {
+        EXPECT_EQ(Run("convert m.obj " + std::string(to)).err, "") << to;
+    }
+    EXPECT_NE(Get("a.obj").find("\nl 1 3\nl 1 2 3 4 1\n"), std::string::npos);
+    EXPECT_EQ(JsonOf(Get("a.geojson"))["features"].size(), 5u) << "two triangles, the outline, two lines";
+    const auto built = Report("build a.xml -o b.tin");
+    EXPECT_EQ(built["vertices"], 4);
+    EXPECT_EQ(built["breaklines"], 2);
+    EXPECT_EQ(built["breaklines_closed"], 1);
+    EXPECT_NE(Run("convert a.xml a.ply").err.find("breaklines of the survey left out: 2;"),
+              std::string::npos);
+    const std::string leftOut = "qsvtin: m.obj: breaklines left out: 2;";
+    for (const char* const command :
+         {"convert m.obj a.tin", "edit m.obj --skirt -1 -o a.obj", "join m.obj -o a.tin"}) {
+        const Result result = Run(command);
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(result.err.rfind(leftOut, 0), 0u) << command << result.err;
     }
 }
 

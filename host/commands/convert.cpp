@@ -57,6 +57,16 @@ LengthUnit ToUnit(LengthUnit wanted, LengthUnit stated, CArray<CTin, CTin&>& tin
     return wanted;
 }
 
+// A TIN with its breaklines. As points of a survey all vertices go with these, since those of the lines alone would
+// make another terrain.
+Terrain TerrainOf(const TinFile& file, int index)
+{
+    Terrain terrain = LocalTerrain(file.tins[index], true);
+    if (!file.lines.empty()) terrain.lines = file.lines[static_cast<std::size_t>(index)];
+    if (!terrain.lines.empty()) terrain.surveyVertices = terrain.tin.m_aVertex.GetSize();
+    return terrain;
+}
+
 // All TINs as surfaces of one file.
 void WriteSurfaces(TinFile& file, const WriteOptions& write, const std::string& target)
 {
@@ -66,19 +76,21 @@ void WriteSurfaces(TinFile& file, const WriteOptions& write, const std::string& 
     WriteFiles({{target, [&](SafeFile& to) {
                      LandXmlWriter writer(write, to);
                      for (int i = 0; i < file.tins.GetSize(); ++i) {
-                         writer.AddSurface(LocalTerrain(file.tins[i], true),
-                                           file.tins[i].m_strName.GetString());
+                         writer.AddSurface(TerrainOf(file, i), file.tins[i].m_strName.GetString());
                      }
                      writer.Finish();
                  }}});
 }
 
-CArray<CTin, CTin&> TakeTins(TinFile& file, const ConvertOptions& options)
+// Leaves nothing in the file but what goes over.
+void TakeTins(TinFile& file, const ConvertOptions& options)
 {
-    if (TakesAll(options)) return file.tins;
+    if (TakesAll(options)) return;
+    const int chosen = ChooseTin(file, options.choice.tin);
     CArray<CTin, CTin&> tins;
-    tins.Add(file.tins[ChooseTin(file, options.choice.tin)]);
-    return tins;
+    tins.Add(file.tins[chosen]);
+    file.tins = tins;
+    if (!file.lines.empty()) file.lines = {file.lines[static_cast<std::size_t>(chosen)]};
 }
 
 void Relink(CArray<CTin, CTin&>& tins)
@@ -123,7 +135,7 @@ void Write(TinFile& file, const WriteOptions& write, const std::string& target)
         WriteSurfaces(file, write, target);
     } else {
         RequireUsable(file, 0);
-        Terrain terrain = LocalTerrain(file.tins[0], true);
+        Terrain terrain = TerrainOf(file, 0);
         terrain.tin.UpdateNormal();
         WriteAll(terrain, write, {target});
     }
@@ -135,7 +147,8 @@ void RunConvert(ConvertOptions options)
     CheckOutputs(options.outputs);
     const LengthUnit wanted = UnitFromOption(options.units);
     TinFile file = ReadTins(options.choice.file);
-    CArray<CTin, CTin&> tins = TakeTins(file, options);
+    TakeTins(file, options);
+    CArray<CTin, CTin&>& tins = file.tins;
     if (options.relink) Relink(tins);
     WriteOptions& write = options.outputs.options;
     write.form = options.outputs.form.value_or(2);
@@ -143,7 +156,7 @@ void RunConvert(ConvertOptions options)
     if (!write.name.empty()) Rename(tins, write.name);
     if (write.title.empty()) write.title = tins[0].m_strName.GetString();
     write.title = OnOneLine(write.title);
-    file.tins = tins;
+    TellLinesLeftOut(file, WriterFor(options.target).holdsLines);
     Write(file, write, options.target);
     Report(options, tins);
 }

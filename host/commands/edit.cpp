@@ -202,6 +202,7 @@ void RunEdit(EditOptions options)
     TinFile file = ReadTins(options.choice.file);
     const int edited = ChooseTin(file, options.choice.tin);
     RequireUsable(file, edited);
+    TellLinesLeftOut(file, false);
     for (Step& step : options.steps) {
         LoadOther(step);
     }

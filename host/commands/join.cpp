@@ -55,6 +55,7 @@ void RunJoin(const JoinOptions& options)
     CArray<CTin, CTin&> tins;
     for (const std::string& path : options.files) {
         TinFile file = ReadTins(path);
+        TellLinesLeftOut(file, false);
         for (int i = 0; i < file.tins.GetSize(); ++i) {
             tins.Add(file.tins[i]);
         }

@@ -9,6 +9,7 @@
 #include "host/system.h"
 #include "host/terrain/mesh_to_tin.h"
 
+#include <algorithm>
 #include <charconv>
 #include <climits>
 #include <cstdint>
@@ -16,6 +17,7 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <utility>
 
 namespace qsvtin {
 
@@ -30,8 +32,17 @@ void TellRepairs(const std::string& path, const MeshRepairs& repairs)
     if (repairs.turnedOver) Note(path + ": all triangles run clockwise and are turned over");
 }
 
+SurveyLine LineAlong(std::vector<int> vertices)
+{
+    vertices.erase(std::unique(vertices.begin(), vertices.end()), vertices.end());
+    const bool closed = vertices.size() > 3 && vertices.front() == vertices.back();
+    if (closed) vertices.pop_back();
+    return {std::move(vertices), {}, closed};
+}
+
 void AddSurface(const SurfaceData& surface, TinFile& file)
 {
+    file.surveyLines += surface.breaklines.size();
     const MeshData& mesh = surface.mesh;
     if (mesh.vertices.size() > INT_MAX / 3 || mesh.triangles.size() > INT_MAX / 3) {
         throw Failure(file.path + " has more vertices or triangles than a TIN can hold; cut it into parts");
@@ -43,6 +54,10 @@ void AddSurface(const SurfaceData& surface, TinFile& file)
     tin.m_strName = surface.name.c_str();
     file.tins.Add(tin);
     file.stated.push_back({surface.planArea, surface.surfaceArea});
+    std::vector<SurveyLine>& lines = file.lines.emplace_back();
+    for (const std::vector<int>& vertices : mesh.lines) {
+        lines.push_back(LineAlong(vertices));
+    }
 }
 
 TinFile ReadOthers(const std::string& path)
@@ -121,6 +136,22 @@ TinFile ReadTins(const std::string& path)
 {
     if (IsExchangeFile(path)) return ReadOthers(path);
     return ReadTinFile(path);
+}
+
+void TellLinesLeftOut(const TinFile& file, bool keepsLines)
+{
+    std::size_t lines = 0;
+    for (const std::vector<SurveyLine>& ofOne : file.lines) {
+        lines += ofOne.size();
+    }
+    if (lines > 0 && !keepsLines) {
+        Note(file.path + ": breaklines left out: " + std::to_string(lines) +
+             "; convert to LandXML, DXF, GeoJSON or OBJ to keep them");
+    }
+    if (file.surveyLines > 0) {
+        Note(file.path + ": breaklines of the survey left out: " + std::to_string(file.surveyLines) +
+             "; qsvtin build takes them");
+    }
 }
 
 std::string DescribeForm(const TinFile& file)

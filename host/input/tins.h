@@ -2,6 +2,7 @@
 #define QSVTIN_INPUT_TINS_H
 
 #include "host/exchange/length_unit.h"
+#include "host/terrain/survey_line.h"
 
 #include "qsv_3dprocess.h"
 
@@ -27,13 +28,19 @@ struct TinFile {
     CArray<CTin, CTin&> tins;
     std::string format;   ///< of a file in no form of TIN files
     LengthUnit unit = LengthUnit::Unknown;
-    std::vector<StatedAreas> stated;   ///< of each TIN; empty: none
+    std::vector<StatedAreas> stated;              ///< of each TIN; empty: none
+    std::vector<std::vector<SurveyLine>> lines;   ///< of each TIN, chains of its vertices; empty: none
+    std::size_t surveyLines = 0;                  ///< breaklines beside the TINs, which build takes
 };
 
 /// Reads a TIN file of any form, or a file of another program, whose surfaces become TINs with the same
 /// triangles. What had to be changed or was left out is said on standard error.
 /// @throws Failure when it cannot be read, is damaged or holds no TIN
 TinFile ReadTins(const std::string& path);
+
+/// Says on standard error which breaklines of the file do not go over, if there are any.
+/// @param keepsLines  those along edges of the TINs do
+void TellLinesLeftOut(const TinFile& file, bool keepsLines);
 
 /// The form of a file in words, such as "collection, version 2".
 std::string DescribeForm(const TinFile& file);

@@ -20,12 +20,12 @@ namespace qsvtin {
 namespace {
 
 constexpr std::array kWriters = {
-    Writer{".tin", WriteTin, false},         Writer{".png", WritePlanPng, true},
-    Writer{".svg", WritePlanSvg, true},      Writer{".pdf", WritePlanPdf, true},
-    Writer{".obj", WriteObj, false},         Writer{".ply", WritePly, false},
-    Writer{".stl", WriteStl, false},         Writer{".xml", WriteLandXml, false},
-    Writer{".landxml", WriteLandXml, false}, Writer{".dxf", WriteDxf, false},
-    Writer{".geojson", WriteGeoJson, false},
+    Writer{".tin", WriteTin, false, false},        Writer{".png", WritePlanPng, true, true},
+    Writer{".svg", WritePlanSvg, true, true},      Writer{".pdf", WritePlanPdf, true, true},
+    Writer{".obj", WriteObj, false, true},         Writer{".ply", WritePly, false, false},
+    Writer{".stl", WriteStl, false, false},        Writer{".xml", WriteLandXml, false, true},
+    Writer{".landxml", WriteLandXml, false, true}, Writer{".dxf", WriteDxf, false, true},
+    Writer{".geojson", WriteGeoJson, false, true},
 };
 
 // Pictures need ground, which a mesh of nothing but walls has not.

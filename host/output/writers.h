@@ -17,7 +17,8 @@ namespace qsvtin {
 struct Writer {
     std::string_view extension;   ///< with its dot, lower case
     void (*write)(const Terrain& terrain, const WriteOptions& options, SafeFile& file);
-    bool picture;   ///< needs ground to draw: a terrain that extends in x and in y
+    bool picture;      ///< needs ground to draw: a terrain that extends in x and in y
+    bool holdsLines;   ///< shows breaklines too
 };
 
 /// The writer for a file, by its extension in upper or lower case.
