@@ -34,13 +34,13 @@ void SortBy(CArray<int>& aItem, int nFrom, int nEnd, KEY fnKey)
     }
 }
 
+}   // namespace
+
 PlanBox Joined(const PlanBox& a, const PlanBox& b)
 {
     return {std::min(a.dMinX, b.dMinX), std::max(a.dMaxX, b.dMaxX), std::min(a.dMinY, b.dMinY),
             std::max(a.dMaxY, b.dMaxY)};
 }
-
-}   // namespace
 
 BoxTree::BoxTree(const CArray<PlanBox>& aBox)
 {

@@ -16,6 +16,9 @@ inline bool Touches(const PlanBox& a, const PlanBox& b)
     return a.dMinX <= b.dMaxX && a.dMaxX >= b.dMinX && a.dMinY <= b.dMaxY && a.dMaxY >= b.dMinY;
 }
 
+// The range of both.
+PlanBox Joined(const PlanBox& a, const PlanBox& b);
+
 // Finds those of many boxes that touch a given one, however different their sizes are. Boxes that lie together
 // are packed into groups of eight, these into larger groups, and so on (Leutenegger, Lopez, Edgington, "STR: a
 // simple and efficient algorithm for R-tree packing", 1997).
@@ -35,12 +38,13 @@ public:
         }
     }
 
-    // The numbers of all boxes that can be found, so that those which follow each other lie close together.
+    static constexpr int kGroup = 8;
+
+    // The numbers of all boxes that can be found, group after group: those which follow each other lie close
+    // together.
     const CArray<int>& InTileOrder() const { return m_aItem; }
 
 private:
-    static constexpr int kGroup = 8;
-
     void SortIntoTiles(const CArray<PlanBox>& aBox);
     void AddLevel();
 

@@ -1,5 +1,7 @@
 #include "tin/internal/occlusion.h"
 
+#include <algorithm>
+
 #include "tin/internal/lines.h"
 #include "tin/internal/plan.h"
 #include "tin/internal/slots.h"
@@ -8,82 +10,83 @@ namespace qsv {
 
 namespace {
 
-CXYZ Normal(const Mesh& mesh, int nTri)
+// Whether no vertex of one lies behind the plane of other, whose normal counts as turned round when dTurn is -1.
+// A distance that is not a number is not behind it.
+bool IsInFrontOf(const Facet& one, const Facet& other, double dTurn)
 {
-    const CXYZ& a = CornerAt(mesh, nTri, 0);
-    return (CornerAt(mesh, nTri, 1) - a).Out(CornerAt(mesh, nTri, 2) - a);
-}
-
-CXYZ Reversed(const CXYZ& v)
-{
-    return CXYZ(-v.x, -v.y, -v.z);
-}
-
-// Whether no vertex of the triangle lies behind the plane through p. A distance that is not a number is not
-// behind it.
-bool IsInFrontOf(const Mesh& mesh, int nTri, const CXYZ& p, const CXYZ& normal)
-{
-    for (int k = 0; k < 3; ++k) {
-        if (normal.Inn(CornerAt(mesh, nTri, k) - p) < 0.0) {
+    const CXYZ &p = other.aCorner[0], &normal = other.normal;
+    for (const CXYZ& v : one.aCorner) {
+        const double dDistance = normal.x * (v.x - p.x) + normal.y * (v.y - p.y) + normal.z * (v.z - p.z);
+        if (dTurn * dDistance < 0.0) {
             return false;
         }
     }
     return true;
 }
 
-bool ShareVertex(const CTriangle& a, int k, const CTriangle& b, int m)
+bool ShareVertex(const Facet& a, int k, const Facet& b, int m)
 {
-    const int a1 = a.m_nVertex[k], a2 = a.m_nVertex[NextSlot(k)];
-    const int b1 = b.m_nVertex[m], b2 = b.m_nVertex[NextSlot(m)];
+    const int a1 = a.nVertex[k], a2 = a.nVertex[NextSlot(k)];
+    const int b1 = b.nVertex[m], b2 = b.nVertex[NextSlot(m)];
     return a1 == b1 || a1 == b2 || a2 == b1 || a2 == b2;
 }
 
-bool CrossesAbove(const Mesh& mesh, int nTri1, int k, int nTri2, int m)
+// Whether nothing can lie in the extents from a1 to a2 and from b1 to b2, both widened by dTol, where there are
+// extents. The sums are those of CrossEdgeHeights, so that it finds no crossing then, wherever rounding puts it.
+bool AreApart(double a1, double a2, double b1, double b2, double dTol)
 {
-    double x, y, h1, h2;
-    return CrossEdgeHeights(CornerAt(mesh, nTri1, k), CornerAt(mesh, nTri1, NextSlot(k)),
-                            CornerAt(mesh, nTri2, m), CornerAt(mesh, nTri2, NextSlot(m)), x, y, h1, h2, 0, 0,
-                            mesh.dEPS) != 0 &&
-           h1 > h2;
+    return a1 != a2 && b1 != b2 &&
+           (std::min(a1, a2) - dTol > std::max(b1, b2) + dTol ||
+            std::min(b1, b2) - dTol > std::max(a1, a2) + dTol);
 }
 
-bool LiesInside(const Mesh& mesh, int nTri, int nOuter)
+bool CrossesAbove(const CXYZ& a1, const CXYZ& a2, const CXYZ& b1, const CXYZ& b2, double dTol)
 {
-    const CXYZ &a = CornerAt(mesh, nOuter, 0), &b = CornerAt(mesh, nOuter, 1), &c = CornerAt(mesh, nOuter, 2);
-    for (int k = 0; k < 3; ++k) {
-        const CXYZ& p = CornerAt(mesh, nTri, k);
-        if (!IsInTriangle(a, b, c, p.x, p.y)) {
-            return false;
-        }
+    if (AreApart(a1.x, a2.x, b1.x, b2.x, dTol) || AreApart(a1.y, a2.y, b1.y, b2.y, dTol)) {
+        return false;
     }
-    return true;
+    double x, y, hA, hB;
+    return CrossEdgeHeights(a1, a2, b1, b2, x, y, hA, hB, 0, 0, dTol) != 0 && hA > hB;
+}
+
+bool LiesInside(const Facet& one, const Facet& outer)
+{
+    const CXYZ &a = outer.aCorner[0], &b = outer.aCorner[1], &c = outer.aCorner[2];
+    return std::all_of(one.aCorner, one.aCorner + 3,
+                       [&](const CXYZ& p) { return IsInTriangle(a, b, c, p.x, p.y); });
 }
 
 }   // namespace
 
-bool IsAbovePlane(const Mesh& mesh, int nTri1, int nTri2)
+Facet FacetOf(const MeshView& mesh, int nTri)
 {
-    const CXYZ normal = Normal(mesh, nTri2);
-    return IsInFrontOf(mesh, nTri1, CornerAt(mesh, nTri2, 0), normal.z < 0.0 ? Reversed(normal) : normal);
+    const int* const nVertex = mesh.aTri[nTri].m_nVertex;
+    const CXYZ &a = CornerAt(mesh, nTri, 0), &b = CornerAt(mesh, nTri, 1), &c = CornerAt(mesh, nTri, 2);
+    return {nTri, {nVertex[0], nVertex[1], nVertex[2]}, {a, b, c}, (b - a).Out(c - a)};
 }
 
-bool IsBelowPlane(const Mesh& mesh, int nTri1, int nTri2)
+bool IsAbovePlane(const Facet& one, const Facet& other)
 {
-    const CXYZ normal = Normal(mesh, nTri2);
-    return IsInFrontOf(mesh, nTri1, CornerAt(mesh, nTri2, 0), normal.z > 0.0 ? Reversed(normal) : normal);
+    return IsInFrontOf(one, other, other.normal.z < 0.0 ? -1.0 : 1.0);
 }
 
-bool Obscures(const Mesh& mesh, int nTri1, int nTri2)
+bool IsBelowPlane(const Facet& one, const Facet& other)
+{
+    return IsInFrontOf(one, other, other.normal.z > 0.0 ? -1.0 : 1.0);
+}
+
+bool Obscures(const Facet& one, const Facet& other, double dTol)
 {
     for (int k = 0; k < 3; ++k) {
         for (int m = 0; m < 3; ++m) {
-            if (!ShareVertex(mesh.aTri[nTri1], k, mesh.aTri[nTri2], m) &&
-                CrossesAbove(mesh, nTri1, k, nTri2, m)) {
+            if (!ShareVertex(one, k, other, m) &&
+                CrossesAbove(one.aCorner[k], one.aCorner[NextSlot(k)], other.aCorner[m],
+                             other.aCorner[NextSlot(m)], dTol)) {
                 return true;
             }
         }
     }
-    return LiesInside(mesh, nTri1, nTri2) || LiesInside(mesh, nTri2, nTri1);
+    return LiesInside(one, other) || LiesInside(other, one);
 }
 
 }   // namespace qsv

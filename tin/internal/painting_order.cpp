@@ -85,6 +85,20 @@ private:
     std::int64_t m_nSpan = 1;
 };
 
+constexpr int kNone = -1;
+
+// A triangle with all that tells whether it could hide another, or be hidden.
+struct Candidate {
+    Facet facet;
+    PlanBox box;
+    double dMinZ, dMaxZ;
+};
+
+bool CouldHide(const Candidate& p, const Candidate& q)
+{
+    return Touches(p.box, q.box) && p.dMaxZ >= q.dMinZ && p.facet.nTri != q.facet.nTri;
+}
+
 // The work on one painting order: where each triangle stands in it, and what lies over the same ground.
 class Refinement
 {
@@ -94,10 +108,12 @@ public:
 
 private:
     static Array<PlanBox> PlanBoxes(const Mesh& mesh);
+    Candidate CandidateOf(int t) const;
     void FindPairs();
+    PlanBox GatherGroup(int nBegin, CArray<Candidate>& aGroup) const;
+    void AddPair(int p, int q);
     void FindRivals(int i);
-    bool CouldHide(int p, int q) const { return p != q && m_aMaxZ[p] >= m_aMinZ[q]; }
-    bool MustFollow(int p, int q) const;
+    bool MustFollow(const Facet& p, const Facet& q) const;
     int FirstOfPairs(int i) const;
     int FirstOfRivals(int i);
     void Exchange(int i, int j);
@@ -106,11 +122,14 @@ private:
     CArray<int>& m_aOrder;
     const Array<PlanBox> m_aBox;
     const BoxTree m_tree;
-    CArray<double> m_aMinZ, m_aMaxZ;
     CArray<int> m_aPlace;   // of each triangle in the order
     bool m_bPairsKnown = false;
-    CArray<int> m_aFirstPair, m_aEndPair;   // by triangle p: where in m_aHidden
-    CArray<int> m_aHidden;                  // the triangles that p would wrongly hide if they came later
+    struct Hidden {
+        int nTri;
+        int nNext;   // in m_aHidden, of the same p; or kNone
+    };
+    CArray<Hidden> m_aHidden;     // the triangles that some p would wrongly hide if they came later
+    CArray<int> m_aFirstHidden;   // of each triangle p, in m_aHidden; or kNone
     CArray<int> m_aRival;   // later places of triangles over the same ground; a heap, lowest place first
     RepeatFinder m_repeat;
 };
@@ -119,15 +138,11 @@ Refinement::Refinement(const Mesh& mesh, CArray<int>& aOrder)
     : m_mesh(mesh), m_aOrder(aOrder), m_aBox(PlanBoxes(mesh)), m_tree(m_aBox), m_repeat(aOrder)
 {
     const int n = aOrder.GetSize();
-    m_aMinZ.SetSize(n, -1);
-    m_aMaxZ.SetSize(n, -1);
     m_aPlace.SetSize(n, -1);
-    for (int t = 0; t < n; ++t) {
-        double z[3] = {CornerAt(mesh, t, 0).z, CornerAt(mesh, t, 1).z, CornerAt(mesh, t, 2).z};
-        SortThree(z);
-        m_aMinZ[t] = z[0];
-        m_aMaxZ[t] = z[2];
-        m_aPlace[aOrder[t]] = t;
+    m_aFirstHidden.SetSize(n, -1);
+    for (int i = 0; i < n; ++i) {
+        m_aPlace[aOrder[i]] = i;
+        m_aFirstHidden[i] = kNone;
     }
     FindPairs();
 }
@@ -146,43 +161,74 @@ Array<PlanBox> Refinement::PlanBoxes(const Mesh& mesh)
     return aBox;
 }
 
+Candidate Refinement::CandidateOf(int t) const
+{
+    const Facet facet = FacetOf(m_mesh, t);
+    double z[3] = {facet.aCorner[0].z, facet.aCorner[1].z, facet.aCorner[2].z};
+    SortThree(z);
+    return {facet, m_aBox[t], z[0], z[2]};
+}
+
 // Which triangle would wrongly hide which does not depend on the order, so all pairs are found in an order in
-// which the triangles looked at are near at hand. On a terrain there are few or none. Where much lies over the
-// same ground this is given up: then pairs are looked at as the order brings them together.
+// which the triangles looked at are near at hand: each that may touch one of a group of the tree is compared with
+// the whole group. On a terrain there are few pairs or none. Where much lies over the same ground this is given up:
+// then pairs are looked at as the order brings them together.
 void Refinement::FindPairs()
 {
-    constexpr std::int64_t kTestsPerTriangle = 40, kPairsPerTriangle = 4;
+    constexpr std::int64_t kLooksPerTriangle = 600, kLooksOfTest = 10, kPairsPerTriangle = 4;
     const int n = m_aOrder.GetSize();
-    std::int64_t nTestsLeft = kTestsPerTriangle * n, nPairsLeft = kPairsPerTriangle * n;
-    m_aFirstPair.SetSize(n, -1);
-    m_aEndPair.SetSize(n, -1);
-    const CArray<int>& aTriangle = m_tree.InTileOrder();
-    for (int i = 0; i < aTriangle.GetSize() && nTestsLeft > 0 && nPairsLeft > 0; ++i) {
-        const int p = aTriangle[i];
-        m_aFirstPair[p] = m_aHidden.GetSize();
-        m_tree.ForEachTouching(m_aBox[p], [&](int q) {
-            if (nTestsLeft > 0 && nPairsLeft > 0 && CouldHide(p, q)) {
-                --nTestsLeft;
-                if (MustFollow(p, q)) {
-                    --nPairsLeft;
-                    m_aHidden.Add(q);
+    const std::int64_t nMostPairs = kPairsPerTriangle * n;
+    std::int64_t nLooksLeft = kLooksPerTriangle * n;
+    const auto isTooMuch = [&] { return nLooksLeft <= 0 || m_aHidden.GetSize() >= nMostPairs; };
+    CArray<Candidate> aGroup;
+    for (int i = 0; i < m_tree.InTileOrder().GetSize() && !isTooMuch(); i += BoxTree::kGroup) {
+        m_tree.ForEachTouching(GatherGroup(i, aGroup), [&](int nTri) {
+            if (isTooMuch()) {
+                return;
+            }
+            const Candidate q = CandidateOf(nTri);
+            for (int k = 0; k < aGroup.GetSize(); ++k, --nLooksLeft) {
+                const Candidate& p = aGroup[k];
+                if (CouldHide(p, q)) {
+                    nLooksLeft -= kLooksOfTest;
+                    if (MustFollow(p.facet, q.facet)) {
+                        AddPair(p.facet.nTri, nTri);
+                    }
                 }
             }
         });
-        m_aEndPair[p] = m_aHidden.GetSize();
     }
-    m_bPairsKnown = nTestsLeft > 0 && nPairsLeft > 0;
+    m_bPairsKnown = !isTooMuch();
     if (!m_bPairsKnown) {
         m_aHidden.RemoveAll();
     }
 }
 
+// The group of the tree that begins at a place in its order, and what it covers.
+PlanBox Refinement::GatherGroup(int nBegin, CArray<Candidate>& aGroup) const
+{
+    const CArray<int>& aTriangle = m_tree.InTileOrder();
+    PlanBox covered = m_aBox[aTriangle[nBegin]];
+    aGroup.SetSize(0, -1);
+    for (int i = nBegin; i < nBegin + BoxTree::kGroup && i < aTriangle.GetSize(); ++i) {
+        aGroup.Add(CandidateOf(aTriangle[i]));
+        covered = Joined(covered, m_aBox[aTriangle[i]]);
+    }
+    return covered;
+}
+
+void Refinement::AddPair(int p, int q)
+{
+    m_aHidden.Add({q, m_aFirstHidden[p]});
+    m_aFirstHidden[p] = m_aHidden.GetUpperBound();
+}
+
 void Refinement::FindRivals(int i)
 {
-    const int p = m_aOrder[i];
+    const Candidate p = CandidateOf(m_aOrder[i]);
     m_aRival.SetSize(0, -1);
-    m_tree.ForEachTouching(m_aBox[p], [&](int q) {
-        if (m_aPlace[q] > i && CouldHide(p, q)) {
+    m_tree.ForEachTouching(p.box, [&](int q) {
+        if (m_aPlace[q] > i && CouldHide(p, CandidateOf(q))) {
             m_aRival.Add(m_aPlace[q]);
         }
     });
@@ -190,9 +236,9 @@ void Refinement::FindRivals(int i)
 }
 
 // Whether p hides what it should not: q is neither clear above p nor p clear below q, and p covers part of q.
-bool Refinement::MustFollow(int p, int q) const
+bool Refinement::MustFollow(const Facet& p, const Facet& q) const
 {
-    return !IsAbovePlane(m_mesh, q, p) && !IsBelowPlane(m_mesh, p, q) && Obscures(m_mesh, p, q);
+    return !IsAbovePlane(q, p) && !IsBelowPlane(p, q) && Obscures(p, q, m_mesh.dEPS);
 }
 
 // The first place after i whose triangle must be painted before that at i; -1.
@@ -200,8 +246,8 @@ int Refinement::FirstOfPairs(int i) const
 {
     const int p = m_aOrder[i];
     int nFirst = -1;
-    for (int k = m_aFirstPair[p]; k < m_aEndPair[p]; ++k) {
-        const int nPlace = m_aPlace[m_aHidden[k]];
+    for (int k = m_aFirstHidden[p]; k != kNone; k = m_aHidden[k].nNext) {
+        const int nPlace = m_aPlace[m_aHidden[k].nTri];
         if (nPlace > i && (nFirst < 0 || nPlace < nFirst)) {
             nFirst = nPlace;
         }
@@ -215,7 +261,7 @@ int Refinement::FirstOfRivals(int i)
     FindRivals(i);
     for (int nLeft = m_aRival.GetSize(); nLeft > 0; --nLeft) {
         const int j = m_aRival[0];
-        if (MustFollow(m_aOrder[i], m_aOrder[j])) {
+        if (MustFollow(FacetOf(m_mesh, m_aOrder[i]), FacetOf(m_mesh, m_aOrder[j]))) {
             return j;
         }
         std::pop_heap(m_aRival.GetData(), m_aRival.GetData() + nLeft, std::greater<>());

@@ -82,7 +82,8 @@ int CTin::GetSortList(int nMode, CArray<int>& aList, int nOrder)
 int CTin::IsAbobe(int nTri1, int nTri2)
 {
     return IsIndexOf(m_aTri, nTri1) && IsIndexOf(m_aTri, nTri2) &&
-                   IsAbovePlane({m_aVertex, m_aTri, m_dEPS, m_dEPS2}, nTri1, nTri2)
+                   IsAbovePlane(FacetOf({m_aVertex, m_aTri, m_dEPS, m_dEPS2}, nTri1),
+                                FacetOf({m_aVertex, m_aTri, m_dEPS, m_dEPS2}, nTri2))
                ? 1
                : 0;
 }
@@ -90,7 +91,8 @@ int CTin::IsAbobe(int nTri1, int nTri2)
 int CTin::IsBelow(int nTri1, int nTri2)
 {
     return IsIndexOf(m_aTri, nTri1) && IsIndexOf(m_aTri, nTri2) &&
-                   IsBelowPlane({m_aVertex, m_aTri, m_dEPS, m_dEPS2}, nTri1, nTri2)
+                   IsBelowPlane(FacetOf({m_aVertex, m_aTri, m_dEPS, m_dEPS2}, nTri1),
+                                FacetOf({m_aVertex, m_aTri, m_dEPS, m_dEPS2}, nTri2))
                ? 1
                : 0;
 }
@@ -98,7 +100,8 @@ int CTin::IsBelow(int nTri1, int nTri2)
 int CTin::Obscures(int nTri1, int nTri2)
 {
     return IsIndexOf(m_aTri, nTri1) && IsIndexOf(m_aTri, nTri2) &&
-                   qsv::Obscures({m_aVertex, m_aTri, m_dEPS, m_dEPS2}, nTri1, nTri2)
+                   qsv::Obscures(FacetOf({m_aVertex, m_aTri, m_dEPS, m_dEPS2}, nTri1),
+                                 FacetOf({m_aVertex, m_aTri, m_dEPS, m_dEPS2}, nTri2), m_dEPS)
                ? 1
                : 0;
 }
