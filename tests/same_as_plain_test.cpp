@@ -174,9 +174,11 @@ TEST(SameAsPlain, ConstructionOfManyPoints)
             const double dWidth = std::pow(10.0, dice.Below(7) - 4);
             aHeaps.push_back({1e3 * dWidth + dice.Uniform(0.0, dWidth), dice.Uniform(0.0, dWidth), 0.0});
         }
-        Sites aDenser = aScanned;   // the walks grow long on the way
-        for (int i = 0; i < 2000; ++i) {
-            aDenser.push_back({20.0 + dice.Uniform(0.0, 1.0), 10.0 + dice.Uniform(0.0, 1.0), 0.0});
+        Sites aThenAnywhere = aScanned,
+              aThenMiddles = GridSites(60, 50, 1.0);   // the walks grow long on the way
+        for (int i = 0; i < 800; ++i) {
+            aThenAnywhere.push_back({dice.Uniform(0.0, 60.0), dice.Uniform(0.0, 50.0), 0.0});
+            aThenMiddles.push_back({0.5 * dice.Below(119), 0.5 * dice.Below(99), 0.0});
         }
         const NamedSites aCase[] = {
             {"random", RandomSites(4000, nSeed)},
@@ -187,7 +189,8 @@ TEST(SameAsPlain, ConstructionOfManyPoints)
             {"duplicates", Shuffled(aTwice, nSeed)},
             {"almost in line", Shuffled(aInLine, nSeed)},
             {"scan lines", aScanned},
-            {"scan lines, then a heap", aDenser},
+            {"scan lines, then anywhere", aThenAnywhere},
+            {"grid, then its middles in no order", aThenMiddles},
             {"a millimetre wide", RandomSites(2000, nSeed, 1e-3)},
             {"as wide as the earth", RandomSites(2000, nSeed, 4e7)},
             {"grid", GridSites(50, 60, 0.7)},

@@ -1,5 +1,6 @@
 #include "tin/internal/insertion_by_walks.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "tin/internal/plan_receiver.h"
@@ -11,7 +12,8 @@ namespace {
 // Where vertices come in an order of their own, in scan lines say, the walk from one to the next is short. Walks are long when
 // they take more moves than these.
 constexpr int kMovesPerVertex = 20;
-constexpr long long kMovesToSpare = 1000;
+// Moves to spare for long ways now and then, to the next scan line say: so many times through the mesh.
+constexpr int kWaysToSpare = 64;
 constexpr int kMovesPerSpacing = 2;   // along a line through evenly spread vertices
 constexpr int kSampledSteps = 1000;
 
@@ -47,13 +49,15 @@ Progress InsertByWalks(const Mesh& mesh, const CArray<int>& aOutline, bool bToTh
     planMesh.Load(mesh.aTri, aSeat, aRank);
     MarkAsInMesh(aRank, aOutline);
     PlanReceiver receiver(planMesh, nullptr, aSeat[0]);
-    long long nMovesLeft = kMovesToSpare;
+    const int nMovesToSpare =
+        kWaysToSpare * (static_cast<int>(std::sqrt(static_cast<double>(aRank.GetSize()))) + 1);
+    int nMovesLeft = nMovesToSpare;
     int i = 0;
     for (; i < aRank.GetSize() && (bToTheEnd || nMovesLeft > 0); ++i) {
         if (aRank[i] != kIsInMesh) {
             const PlanLocation at = WalkToPoint(planMesh, receiver.LastTri(), planMesh.PlaceOf(i), tolerance);
             receiver.Insert(i, at);
-            nMovesLeft += kMovesPerVertex - at.nMoves;
+            nMovesLeft = std::min(nMovesLeft + kMovesPerVertex - at.nMoves, nMovesToSpare);
         }
     }
     planMesh.Store(mesh.aTri);
