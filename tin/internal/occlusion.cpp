@@ -15,13 +15,10 @@ namespace {
 bool IsInFrontOf(const Facet& one, const Facet& other, double dTurn)
 {
     const CXYZ &p = other.aCorner[0], &normal = other.normal;
-    for (const CXYZ& v : one.aCorner) {
+    return std::none_of(one.aCorner, one.aCorner + 3, [&](const CXYZ& v) {
         const double dDistance = normal.x * (v.x - p.x) + normal.y * (v.y - p.y) + normal.z * (v.z - p.z);
-        if (dTurn * dDistance < 0.0) {
-            return false;
-        }
-    }
-    return true;
+        return dTurn * dDistance < 0.0;
+    });
 }
 
 bool ShareVertex(const Facet& a, int k, const Facet& b, int m)
