@@ -15,10 +15,11 @@ namespace {
 bool IsInFrontOf(const Facet& one, const Facet& other, double dTurn)
 {
     const CXYZ &p = other.aCorner[0], &normal = other.normal;
-    return std::none_of(one.aCorner, one.aCorner + 3, [&](const CXYZ& v) {
+    const auto isBehind = [&](const CXYZ& v) {
         const double dDistance = normal.x * (v.x - p.x) + normal.y * (v.y - p.y) + normal.z * (v.z - p.z);
         return dTurn * dDistance < 0.0;
-    });
+    };
+    return !isBehind(one.aCorner[0]) && !isBehind(one.aCorner[1]) && !isBehind(one.aCorner[2]);
 }
 
 bool ShareVertex(const Facet& a, int k, const Facet& b, int m)
