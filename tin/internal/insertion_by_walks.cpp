@@ -12,8 +12,8 @@ namespace {
 // Where vertices come in an order of their own, in scan lines say, the walk from one to the next is short. Walks are long when
 // they take more moves than these.
 constexpr int kMovesPerVertex = 20;
-// Moves to spare for long ways now and then, to the next scan line say: so many times through the mesh.
-constexpr int kWaysToSpare = 64;
+// Turning to the search costs as much as so many moves for each vertex. Walks may take as many beyond, all in all.
+constexpr int kMovesToSpare = 4;
 constexpr int kMovesPerSpacing = 2;   // along a line through evenly spread vertices
 constexpr int kSampledSteps = 1000;
 
@@ -49,8 +49,7 @@ Progress InsertByWalks(const Mesh& mesh, const CArray<int>& aOutline, bool bToTh
     planMesh.Load(mesh.aTri, aSeat, aRank);
     MarkAsInMesh(aRank, aOutline);
     PlanReceiver receiver(planMesh, nullptr, aSeat[0]);
-    const int nMovesToSpare =
-        kWaysToSpare * (static_cast<int>(std::sqrt(static_cast<double>(aRank.GetSize()))) + 1);
+    const int nMovesToSpare = kMovesToSpare * aRank.GetSize();
     int nMovesLeft = nMovesToSpare;
     int i = 0;
     for (; i < aRank.GetSize() && (bToTheEnd || nMovesLeft > 0); ++i) {
