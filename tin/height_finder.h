@@ -47,12 +47,11 @@ public:
 private:
     struct Grid;
     struct Asked;
+    class Queue;
 
     void ChooseCells();
     void EnterTriangles();
     void FillEmptyCells();
-    bool AreInOrder(const CArray<CXYZ>& aPlace) const;
-    void ListByPlace(const CArray<CXYZ>& aPlace, CArray<Asked>& aAsked) const;
 
     const CTin& m_tin;
     double m_dMinX = 0.0, m_dMinY = 0.0;   // lower corner of the grid

@@ -226,38 +226,66 @@ struct CHeightFinder::Asked {
     int nIndex;
 };
 
-// Whether positions beside each other mostly share a block, as along the lines of a scan.
-bool CHeightFinder::AreInOrder(const CArray<CXYZ>& aPlace) const
+// Positions one after the other: block by block, or as they come where those beside each other mostly share a block,
+// as along the lines of a scan.
+class CHeightFinder::Queue
 {
-    const Grid grid(*this);
-    const auto blockOf = [&](int i) { return grid.CellAt(aPlace[i].x, aPlace[i].y) / kBlockCells; };
-    int nChanges = 0, nLooked = 0;
-    for (int i = 1; i < aPlace.GetSize(); i += 1 + aPlace.GetSize() / kSamples, ++nLooked) {
-        nChanges += blockOf(i) != blockOf(i - 1) ? 1 : 0;
+public:
+    Queue(const CHeightFinder& finder, const CArray<CXYZ>& aPlace) : m_grid(finder), m_aPlace(aPlace)
+    {
+        if (!AreInOrder()) {
+            ListByBlock(finder.m_nBlocksAcross * finder.m_nBlocksUp);
+        }
     }
-    return 3 * nChanges <= nLooked;
-}
 
-// Lists positions by the block of cells they lie in, in linear time.
-void CHeightFinder::ListByPlace(const CArray<CXYZ>& aPlace, CArray<Asked>& aAsked) const
-{
-    const Grid grid(*this);
-    const int nPlaces = aPlace.GetSize();
-    CArray<int> aCell, aNext;   // cell of each position; where the next one of each block goes
-    aCell.SetSize(nPlaces, -1);
-    aNext.SetSize(m_nBlocksAcross * m_nBlocksUp + 1, -1);
-    for (int i = 0; i < nPlaces; ++i) {
-        aCell[i] = grid.CellAt(aPlace[i].x, aPlace[i].y);
-        ++aNext[aCell[i] / kBlockCells + 1];
+    bool IsEmpty() const { return m_nNext == m_aPlace.GetSize(); }
+    Asked Take()
+    {
+        const int n = m_nNext++;
+        if (!m_aAsked.IsEmpty()) {
+            return m_aAsked[n];
+        }
+        const CXYZ& place = m_aPlace[n];
+        return {place.x, place.y, m_grid.CellAt(place.x, place.y), n};
     }
-    for (int b = 1; b < aNext.GetSize(); ++b) {
-        aNext[b] += aNext[b - 1];
+
+private:
+    int BlockOf(int n) const { return m_grid.CellAt(m_aPlace[n].x, m_aPlace[n].y) / kBlockCells; }
+
+    bool AreInOrder() const
+    {
+        int nChanges = 0, nLooked = 0;
+        for (int i = 1; i < m_aPlace.GetSize(); i += 1 + m_aPlace.GetSize() / kSamples, ++nLooked) {
+            nChanges += BlockOf(i) != BlockOf(i - 1) ? 1 : 0;
+        }
+        return 3 * nChanges <= nLooked;
     }
-    aAsked.SetSize(nPlaces, -1);
-    for (int i = 0; i < nPlaces; ++i) {
-        aAsked[aNext[aCell[i] / kBlockCells]++] = {aPlace[i].x, aPlace[i].y, aCell[i], i};
+
+    // Sorts by counting, in linear time.
+    void ListByBlock(int nBlocks)
+    {
+        const int nPlaces = m_aPlace.GetSize();
+        CArray<int> aCell, aNext;   // cell of each position; where the next one of each block goes
+        aCell.SetSize(nPlaces, -1);
+        aNext.SetSize(nBlocks + 1, -1);
+        for (int i = 0; i < nPlaces; ++i) {
+            aCell[i] = m_grid.CellAt(m_aPlace[i].x, m_aPlace[i].y);
+            ++aNext[aCell[i] / kBlockCells + 1];
+        }
+        for (int b = 1; b < aNext.GetSize(); ++b) {
+            aNext[b] += aNext[b - 1];
+        }
+        m_aAsked.SetSize(nPlaces, -1);
+        for (int i = 0; i < nPlaces; ++i) {
+            m_aAsked[aNext[aCell[i] / kBlockCells]++] = {m_aPlace[i].x, m_aPlace[i].y, aCell[i], i};
+        }
     }
-}
+
+    const Grid m_grid;
+    const CArray<CXYZ>& m_aPlace;
+    CArray<Asked> m_aAsked;   // none when the positions are taken as they come
+    int m_nNext = 0;
+};
 
 namespace {
 
@@ -267,10 +295,29 @@ struct Lane {
     int nIndex;
 };
 
+void AskForCorners(const MeshView& mesh, const Lane (&aLane)[kLanes], int nLanes)
+{
+    for (int n = 0; n < nLanes; ++n) {
+        PrefetchCorners(mesh.aVertex, mesh.aTri[aLane[n].walk.nTri]);
+    }
+}
+
+// Makes a step and asks for the next triangle. Returns false where the walk ends: then its answer is there.
+bool TakeTurn(const MeshView& mesh, Lane& lane, CArray<CHeightAnswer>& aAnswer)
+{
+    Location found;
+    if (StepWalk(mesh, lane.walk, found)) {
+        PrefetchRecord(mesh.aTri[lane.walk.nTri]);
+        return true;
+    }
+    aAnswer[lane.nIndex] = AnswerAt(mesh, found.nTri, lane.walk.x, lane.walk.y);
+    return false;
+}
+
 }   // namespace
 
-// In rounds: every lane asks for the corners of the triangle where it stands, then every lane makes its step and
-// asks for the next triangle, or takes the next position. The memory has the turns of all others to arrive.
+// In rounds: every lane asks for the corners of the triangle where it stands, then every lane takes its turn, or the
+// next position when it has come to its end. The memory has the turns of all others to arrive.
 int CHeightFinder::Find(const CArray<CXYZ>& aPlace, CArray<CHeightAnswer>& aAnswer) const
 {
     const MeshView mesh = MeshOf(m_tin);
@@ -279,46 +326,29 @@ int CHeightFinder::Find(const CArray<CXYZ>& aPlace, CArray<CHeightAnswer>& aAnsw
     if (mesh.aTri.IsEmpty()) {
         return 0;
     }
-    const Grid grid(*this);
-    CArray<Asked> aAsked;   // none when the positions are taken as they come
-    if (!AreInOrder(aPlace)) {
-        ListByPlace(aPlace, aAsked);
-    }
-    int nNext = 0, nFound = 0;
-    const auto ask = [&](int n) {
-        const CXYZ& place = aPlace[n];
-        return Asked{place.x, place.y, grid.CellAt(place.x, place.y), n};
-    };
+    Queue queue(*this, aPlace);
     const auto takeNext = [&](Lane& lane) {
-        const Asked asked = aAsked.IsEmpty() ? ask(nNext) : aAsked[nNext];
-        ++nNext;
+        const Asked asked = queue.Take();
         lane = {StartWalk(m_aStart[asked.nCell], asked.x, asked.y), asked.nIndex};
         PrefetchRecord(mesh.aTri[lane.walk.nTri]);
         PrefetchRecord(aAnswer[lane.nIndex]);
     };
     Lane aLane[kLanes];
-    int nLanes = 0;
-    while (nLanes < kLanes && nNext < aPlace.GetSize()) {
+    int nLanes = 0, nFound = 0;
+    while (nLanes < kLanes && !queue.IsEmpty()) {
         takeNext(aLane[nLanes++]);
     }
     while (nLanes > 0) {
+        AskForCorners(mesh, aLane, nLanes);
         for (int n = 0; n < nLanes; ++n) {
-            PrefetchCorners(mesh.aVertex, mesh.aTri[aLane[n].walk.nTri]);
-        }
-        for (int n = 0; n < nLanes; ++n) {
-            Lane& lane = aLane[n];
-            Location found;
-            if (StepWalk(mesh, lane.walk, found)) {
-                PrefetchRecord(mesh.aTri[lane.walk.nTri]);
+            if (TakeTurn(mesh, aLane[n], aAnswer)) {
                 continue;
             }
-            aAnswer[lane.nIndex] = AnswerAt(mesh, found.nTri, lane.walk.x, lane.walk.y);
-            nFound += aAnswer[lane.nIndex].m_nResult;
-            if (nNext < aPlace.GetSize()) {
-                takeNext(lane);
+            nFound += aAnswer[aLane[n].nIndex].m_nResult;
+            if (!queue.IsEmpty()) {
+                takeNext(aLane[n]);
             } else {
-                lane = aLane[--nLanes];
-                --n;
+                aLane[n--] = aLane[--nLanes];   // the last lane takes this place, and its turn
             }
         }
     }
