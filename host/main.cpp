@@ -113,6 +113,11 @@ int main(int argc, char** argv)
     } catch (const CLI::Success& request) {
         const int status = app.exit(request);   // help or version
         return std::cout.flush() ? status : Complain("cannot write the help", qsvtin::Failure::Failed);
+    } catch (const CLI::ConversionError& error) {
+        const std::string words =
+            error.what();   // "Could not convert: --eps = abc"; all that is converted is numbers
+        return Complain("no number: " + words.substr(words.find(": ") + 2) + "; see " + HelpCommand(app),
+                        qsvtin::Failure::BadUsage);
     } catch (const CLI::ParseError& error) {
         return Complain(std::string(error.what()) + "; see " + HelpCommand(app), qsvtin::Failure::BadUsage);
     } catch (const qsvtin::Failure& failure) {

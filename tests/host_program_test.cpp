@@ -44,6 +44,8 @@ TEST_F(Program, RefusesNonsenseInOneLineAndLeavesFilesAlone)
         {"build zeros.txt -o kept.obj", 1, "not a text file"},
         {"build numbered.txt -o kept.obj", 1, "see --order"},
         {"build folder -o kept.obj", 1, "folder is a directory"},
+        {"build hill.txt --eps x -o kept.obj", 2, "no number: --eps = x; see qsvtin build --help"},
+        {"build hill.txt --surface s -o kept.obj", 2, "--surface chooses in LandXML files and drawings"},
         {"build missing.txt -o kept.obj", 1, "cannot read missing.txt"},
         {"build hill.txt --breaklines missing.txt -o kept.obj", 1, "cannot read missing.txt"},
         {"build hill.txt missing.txt -o kept.obj", 1, "cannot read missing.txt"},

@@ -16,6 +16,7 @@
 #include "host/terrain/soundness.h"
 #include "host/terrain/terrain.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -40,6 +41,11 @@ struct BuildOptions {
     OutputChoice outputs;
 };
 
+bool NamesExchangeFile(const std::vector<std::string>& paths)
+{
+    return std::any_of(paths.begin(), paths.end(), IsExchangeFile);
+}
+
 void CheckOptions(const BuildOptions& options)
 {
     if (options.points.empty() && options.breaklines.empty()) {
@@ -59,6 +65,11 @@ void CheckOptions(const BuildOptions& options)
                 " is no order of columns; give one letter a column: x or e, y or n, z or h, p for the point "
                 "number, d for the description, - for any other, such as xyz or pnezd",
             Failure::BadUsage);
+    }
+    if (!options.surfaces.empty() && !NamesExchangeFile(options.points) &&
+        !NamesExchangeFile(options.breaklines)) {
+        throw Failure("--surface chooses in LandXML files and drawings, and no input is one of these",
+                      Failure::BadUsage);
     }
     UnitFromOption(options.units);
     CheckOutputs(options.outputs);

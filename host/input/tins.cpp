@@ -146,7 +146,7 @@ void TellLinesLeftOut(const TinFile& file, bool keepsLines)
     }
     if (lines > 0 && !keepsLines) {
         Note(file.path + ": breaklines left out: " + std::to_string(lines) +
-             "; convert to LandXML, DXF, GeoJSON or OBJ to keep them");
+             "; only qsvtin convert keeps them, in LandXML, DXF, GeoJSON and OBJ");
     }
     if (file.surveyLines > 0) {
         Note(file.path + ": breaklines of the survey left out: " + std::to_string(file.surveyLines) +
