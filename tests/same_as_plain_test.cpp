@@ -176,9 +176,9 @@ TEST(SameAsPlain, ConstructionOfManyPoints)
         }
         Sites aThenAnywhere = aScanned,
               aThenMiddles = GridSites(60, 50, 1.0);   // the walks grow long on the way
-        for (int i = 0; i < 800; ++i) {
-            aThenAnywhere.push_back({dice.Uniform(0.0, 60.0), dice.Uniform(0.0, 50.0), 0.0});
-            aThenMiddles.push_back({0.5 * dice.Below(119), 0.5 * dice.Below(99), 0.0});
+        for (int i = 0; i < 740; ++i) {
+            aThenAnywhere.push_back({dice.Uniform(0.0, 40.0), dice.Uniform(0.0, 35.0), 0.0});
+            aThenMiddles.push_back({0.5 + dice.Below(40), 1.0 * dice.Below(35), 0.0});
         }
         const NamedSites aCase[] = {
             {"random", RandomSites(4000, nSeed)},

@@ -10,10 +10,12 @@ namespace qsv {
 namespace {
 
 // Where vertices come in an order of their own, in scan lines say, the walk from one to the next is short. Walks are long when
-// they take more moves than these.
-constexpr int kMovesPerVertex = 20;
-// Turning to the search costs as much as so many moves for each vertex. Walks may take as many beyond, all in all.
-constexpr int kMovesToSpare = 4;
+// they take more moves than these. Long ones are made up for by short ones before, as far as turning to the search would
+// cost: about so many moves for each vertex. What may be long at the beginning, where a grid's first rows are, is so many
+// walks across the mesh.
+constexpr int kMovesPerVertex = 12;
+constexpr int kMovesToTurn = 8;
+constexpr int kWaysToBegin = 32;
 constexpr int kMovesPerSpacing = 2;   // along a line through evenly spread vertices
 constexpr int kSampledSteps = 1000;
 
@@ -49,14 +51,15 @@ Progress InsertByWalks(const Mesh& mesh, const CArray<int>& aOutline, bool bToTh
     planMesh.Load(mesh.aTri, aSeat, aRank);
     MarkAsInMesh(aRank, aOutline);
     PlanReceiver receiver(planMesh, nullptr, aSeat[0]);
-    const int nMovesToSpare = kMovesToSpare * aRank.GetSize();
-    int nMovesLeft = nMovesToSpare;
+    const int nAcross = static_cast<int>(std::sqrt(static_cast<double>(aRank.GetSize()))) + 1;
+    const int nMostLeft = kWaysToBegin * nAcross + kMovesToTurn * aRank.GetSize();
+    int nMovesLeft = kWaysToBegin * nAcross;
     int i = 0;
     for (; i < aRank.GetSize() && (bToTheEnd || nMovesLeft > 0); ++i) {
         if (aRank[i] != kIsInMesh) {
             const PlanLocation at = WalkToPoint(planMesh, receiver.LastTri(), planMesh.PlaceOf(i), tolerance);
             receiver.Insert(i, at);
-            nMovesLeft = std::min(nMovesLeft + kMovesPerVertex - at.nMoves, nMovesToSpare);
+            nMovesLeft = std::min(nMovesLeft + kMovesPerVertex - at.nMoves, nMostLeft);
         }
     }
     planMesh.Store(mesh.aTri);
