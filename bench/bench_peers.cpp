@@ -6,6 +6,10 @@
 #include <memory>
 #include <string>
 
+#ifdef __GLIBC__   // known once a header of the library has been read
+#include <malloc.h>
+#endif
+
 #include "bench/allocation.h"
 #include "bench/measure.h"
 #include "bench/peer.h"
@@ -281,9 +285,18 @@ double SecondsToWriteBytes(const std::string& strPath, const std::vector<char>& 
     return ProcessorSeconds() - dStart;
 }
 
+// So that what is allocated next is new to the process, whatever it has freed before.
+void GiveBackMemory()
+{
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
+}
+
 // Into memory that was not in use before, as a reader's arrays are.
 double SecondsToReadBytes(const std::string& strPath, std::size_t nBytes)
 {
+    GiveBackMemory();
     const double dStart = ProcessorSeconds();
     const std::unique_ptr<char[]> bytes(new char[nBytes]);
     std::FILE* const file = std::fopen(strPath.c_str(), "rb");
@@ -316,6 +329,7 @@ void CompareFiles(int nMost, const std::string& strFolder)
                                              [&] { return SecondsToWriteBytes(strBytes, bytes); },
                                              [&] {
                                                  CArray<CTin, CTin&> aRead;
+                                                 GiveBackMemory();
                                                  const double dStart = ProcessorSeconds();
                                                  CTin::ReadBIN_VER2(strTin.c_str(), aRead);
                                                  return ProcessorSeconds() - dStart;
