@@ -15,6 +15,7 @@ set(QSV_SOURCES
   tin/internal/edge_swap.cpp
   tin/internal/edge_uses.cpp
   tin/internal/first_triangles.cpp
+  tin/internal/hilbert_order.cpp
   tin/internal/insertion_by_groups.cpp
   tin/internal/insertion_by_walks.cpp
   tin/internal/line_walk.cpp
@@ -24,7 +25,6 @@ set(QSV_SOURCES
   tin/internal/mesh_links.cpp
   tin/internal/mesh_split.cpp
   tin/internal/mesh_walk.cpp
-  tin/internal/hilbert_order.cpp
   tin/internal/nearest_triangle.cpp
   tin/internal/normal.cpp
   tin/internal/occlusion.cpp

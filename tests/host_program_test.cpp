@@ -154,7 +154,6 @@ TEST_F(Program, NamesIncompleteLinesAndHeightConflicts)
     EXPECT_EQ(report["segments_enforced"], 1);
 }
 
-// Ridges and a fault valley surveyed beside a grid of posts.
 TEST_F(Program, TellsWhenPointsInLineFoldTheSurface)
 {
     Put("line.txt", "-2521.985476945427 175.713395116136 1\n-1272.344737096022 1165.659920796980 1\n"
@@ -168,6 +167,7 @@ TEST_F(Program, TellsWhenPointsInLineFoldTheSurface)
     EXPECT_EQ(Run("check line.tin").status, 0);
 }
 
+// Ridges and a fault valley surveyed beside a grid of posts.
 TEST_F(Program, BuildsTheSampleTerrain)
 {
     const Result result = Run("build '" QSV_SAMPLE "/points.xyz' --breaklines '" QSV_SAMPLE

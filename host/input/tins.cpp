@@ -35,9 +35,10 @@ void TellRepairs(const std::string& path, const MeshRepairs& repairs)
 SurveyLine LineAlong(std::vector<int> vertices)
 {
     vertices.erase(std::unique(vertices.begin(), vertices.end()), vertices.end());
-    const bool closed = vertices.size() > 3 && vertices.front() == vertices.back();
-    if (closed) vertices.pop_back();
-    return {std::move(vertices), {}, closed};
+    SurveyLine line;
+    line.vertices = std::move(vertices);
+    line.CloseWhereItReturns();
+    return line;
 }
 
 void AddSurface(const SurfaceData& surface, TinFile& file)

@@ -7,9 +7,9 @@
 #include "host/terrain/triangles.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <optional>
+#include <utility>
 
 namespace qsvtin {
 
@@ -36,23 +36,12 @@ BoxTree TreeOfCentres(const CTin& tin)
     return BoxTree(boxes);
 }
 
-double AreaWithin(const BoundaryRing& ring)
-{
-    const std::vector<Position>& points = ring.line.points;
-    double doubled = 0.0;
-    for (std::size_t i = 1; i + 1 < points.size(); ++i) {
-        const Position &a = points[0], &b = points[i], &c = points[i + 1];
-        doubled += (b.x - a.x) * (c.y - a.y) - (c.x - a.x) * (b.y - a.y);
-    }
-    return std::fabs(doubled) / 2.0;
-}
-
 // Rings that lie in others come after them.
 std::vector<const BoundaryRing*> FromOutside(const std::vector<BoundaryRing>& rings)
 {
     std::vector<std::pair<double, const BoundaryRing*>> sized;
     for (const BoundaryRing& ring : rings) {
-        sized.emplace_back(AreaWithin(ring), &ring);
+        sized.emplace_back(EnclosedArea(ring.line.points), &ring);
     }
     std::stable_sort(sized.begin(), sized.end(),
                      [](const auto& a, const auto& b) { return a.first > b.first; });

@@ -9,8 +9,8 @@
 namespace qsvtin {
 
 /// Takes away the triangles outside the boundaries: outside every outer ring, or in a void. Where voids and
-/// islands lie in each other, the innermost ring around a place decides. Of a ring whose sides are edges, the outline follows every one; otherwise the centre of a triangle
-/// decides. Triangles that stay keep their order.
+/// islands lie in each other, the innermost ring around a place decides. Of a ring whose sides are edges, the outline
+/// follows every one; otherwise the centre of a triangle decides. Triangles that stay keep their order.
 /// @param rings  in survey coordinates; without an outer one, everything counts as inside
 /// @return number of triangles that went
 /// @throws Failure when none would stay

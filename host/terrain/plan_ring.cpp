@@ -1,6 +1,7 @@
 #include "host/terrain/plan_ring.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace qsvtin {
 
@@ -37,6 +38,16 @@ std::size_t PlanRing::StripAt(double y) const
     if (!(height > 0.0)) return 0;
     const auto strip = static_cast<std::size_t>((y - m_low) / height * static_cast<double>(m_strips.size()));
     return std::min(strip, m_strips.size() - 1);
+}
+
+double EnclosedArea(const std::vector<Position>& corners)
+{
+    double doubled = 0.0;   // by triangles from the first corner, so that large coordinates cost no digits
+    for (std::size_t i = 1; i + 1 < corners.size(); ++i) {
+        const Position &a = corners[0], &b = corners[i], &c = corners[i + 1];
+        doubled += (b.x - a.x) * (c.y - a.y) - (c.x - a.x) * (b.y - a.y);
+    }
+    return std::fabs(doubled) / 2.0;
 }
 
 }   // namespace qsvtin

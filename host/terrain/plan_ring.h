@@ -32,6 +32,9 @@ private:
     std::vector<std::vector<Edge>> m_strips;
 };
 
+/// The area in plan that a ring of corners encloses.
+double EnclosedArea(const std::vector<Position>& corners);
+
 }   // namespace qsvtin
 
 #endif

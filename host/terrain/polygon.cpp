@@ -1,6 +1,7 @@
 #include "host/terrain/polygon.h"
 
 #include "host/failure.h"
+#include "host/terrain/plan_ring.h"
 #include "host/terrain/triangles.h"
 
 #include <cmath>
@@ -34,15 +35,13 @@ void RequireSimple(const std::string& path, const PreparedSurvey& survey)
                   " cross; mend it or cut it into simple polygons");
 }
 
-double EnclosedArea(const SurveyLine& ring, const std::vector<Position>& vertices)
+std::vector<Position> CornersOf(const PreparedSurvey& survey)
 {
-    double doubled = 0.0;
-    for (std::size_t i = 0; i < ring.vertices.size(); ++i) {
-        const Position& a = vertices[static_cast<std::size_t>(ring.Start(i))];
-        const Position& b = vertices[static_cast<std::size_t>(ring.End(i))];
-        doubled += a.x * b.y - b.x * a.y;
+    std::vector<Position> corners;
+    for (const int v : survey.lines[0].vertices) {
+        corners.push_back(survey.vertices[static_cast<std::size_t>(v)]);
     }
-    return std::fabs(doubled) / 2.0;
+    return corners;
 }
 
 bool FillsRing(CTin& tin, double area)
@@ -50,11 +49,10 @@ bool FillsRing(CTin& tin, double area)
     return std::fabs(tin.CalAllAreaXY() - area) <= 1e-9 * area;
 }
 
-CTin CutEars(const PreparedSurvey& survey)
+CTin CutEars(const std::vector<Position>& corners)
 {
     CPolyline polygon;
-    for (const int v : survey.lines[0].vertices) {
-        const Position& p = survey.vertices[static_cast<std::size_t>(v)];
+    for (const Position& p : corners) {
         CVertex vertex;
         vertex.x = p.x;
         vertex.y = p.y;
@@ -67,29 +65,16 @@ CTin CutEars(const PreparedSurvey& survey)
     return tin;
 }
 
-// Whether a ray from the place to the east crosses the ring an odd number of times.
-bool IsInside(const SurveyLine& ring, const std::vector<Position>& vertices, double x, double y)
-{
-    bool inside = false;
-    for (std::size_t i = 0; i < ring.SegmentCount(); ++i) {
-        const Position& a = vertices[static_cast<std::size_t>(ring.Start(i))];
-        const Position& b = vertices[static_cast<std::size_t>(ring.End(i))];
-        if ((a.y > y) == (b.y > y)) continue;
-        if (x < a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x)) inside = !inside;
-    }
-    return inside;
-}
-
 // The terrain of the corners with the ring as a breakline, less what is outside. Where edges between other
 // corners crossed the ring, it has vertices more.
 CTin CutFromTerrain(const PreparedSurvey& survey, double eps)
 {
     CTin tin = BuildTerrain(survey, eps, 0.0).tin;
+    const PlanRing ring(CornersOf(survey));
     CArray<CTriangle> kept;
     for (int t = 0; t < tin.m_aTri.GetSize(); ++t) {
         const CXYZ centre = CornerOf(tin, t, 0) + CornerOf(tin, t, 1) + CornerOf(tin, t, 2);
-        if (IsInside(survey.lines[0], survey.vertices, centre.x / 3.0, centre.y / 3.0))
-            kept.Add(tin.m_aTri[t]);
+        if (ring.Encloses(centre.x / 3.0, centre.y / 3.0)) kept.Add(tin.m_aTri[t]);
     }
     tin.m_aTri = kept;
     tin.UpdateTopology();
@@ -107,8 +92,9 @@ Terrain FillPolygon(const Breakline& given)
     prepared.lines[0].closed = true;
     RequireSimple(given.file, prepared);
 
-    const double area = EnclosedArea(prepared.lines[0], prepared.vertices);
-    Terrain terrain{CutEars(prepared), prepared.origin, {}, {}, {}, {}};
+    const std::vector<Position> corners = CornersOf(prepared);
+    const double area = EnclosedArea(corners);
+    Terrain terrain{CutEars(corners), prepared.origin, {}, {}, {}, {}};
     // Ears are cut without looking for other corners inside them, which fills some intricate rings wrongly.
     if (!FillsRing(terrain.tin, area)) terrain.tin = CutFromTerrain(prepared, kEps);
     if (!FillsRing(terrain.tin, area)) {

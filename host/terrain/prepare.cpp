@@ -73,12 +73,7 @@ SurveyLine ChainOfVertices(const Breakline& given, const std::vector<int>& verte
         chain.vertices.push_back(vertex);
         chain.sourceLines.push_back(given.lines[i]);
     }
-    // A line that goes out and comes back the same way encloses nothing and stays open.
-    if (chain.vertices.size() > 3 && chain.vertices.front() == chain.vertices.back()) {
-        chain.closed = true;
-        chain.vertices.pop_back();
-        chain.sourceLines.pop_back();
-    }
+    chain.CloseWhereItReturns();
     return chain;
 }
 

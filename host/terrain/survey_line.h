@@ -15,6 +15,16 @@ struct SurveyLine {
     bool closed = false;
     std::string name = {};
 
+    /// Makes a line that ends where it began a closed one. One that goes out and comes back the same way encloses
+    /// nothing and stays open.
+    void CloseWhereItReturns()
+    {
+        if (vertices.size() <= 3 || vertices.front() != vertices.back()) return;
+        closed = true;
+        vertices.pop_back();
+        if (!sourceLines.empty()) sourceLines.pop_back();
+    }
+
     std::size_t SegmentCount() const { return vertices.size() < 2 ? 0 : vertices.size() - (closed ? 0 : 1); }
     int Start(std::size_t segment) const { return vertices[segment]; }
     int End(std::size_t segment) const { return vertices[(segment + 1) % vertices.size()]; }

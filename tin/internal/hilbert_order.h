@@ -7,8 +7,8 @@
 namespace qsv {
 
 // The rank of each vertex in an order that keeps neighbours in plan together: along a curve through ever smaller
-// quarters of a square that leaves each by one side for the next (Hilbert 1891). However unevenly vertices lie, equally many ranks are an equal part of
-// them. All coordinates are finite and lie in the square of side dSide above lower.
+// quarters of a square that leaves each by one side for the next (Hilbert 1891). However unevenly vertices lie, equally
+// many ranks are an equal part of them. All coordinates are finite and lie in the square of side dSide above lower.
 Array<int> HilbertRanks(const CArray<CXYZ>& aVertex, const CXYZ& lower, double dSide);
 
 }   // namespace qsv

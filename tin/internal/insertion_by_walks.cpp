@@ -9,13 +9,13 @@ namespace qsv {
 
 namespace {
 
-// Where vertices come in an order of their own, in scan lines say, the walk from one to the next is short. Walks are long when
-// they take more moves than these. Long ones are made up for by short ones before, as far as turning to the search would
-// cost: about so many moves for each vertex. What may be long at the beginning, where a grid's first rows are, is so many
-// walks across the mesh.
+// Where vertices come in an order of their own, in scan lines say, the walk from one to the next is short. Walks are
+// long when they take more moves than these. Long ones are made up for by short ones before, as far as turning to the
+// search would cost: about so many moves for each vertex. What may be long at the beginning, where a grid's first rows
+// are, is so many walks across the mesh.
 constexpr int kMovesPerVertex = 12;
-constexpr int kMovesToTurn = 8;
-constexpr int kWaysToBegin = 32;
+constexpr long long kMovesToTurn = 8;
+constexpr long long kWaysToBegin = 32;
 constexpr int kMovesPerSpacing = 2;   // along a line through evenly spread vertices
 constexpr int kSampledSteps = 1000;
 
@@ -51,9 +51,9 @@ Progress InsertByWalks(const Mesh& mesh, const CArray<int>& aOutline, bool bToTh
     planMesh.Load(mesh.aTri, aSeat, aRank);
     MarkAsInMesh(aRank, aOutline);
     PlanReceiver receiver(planMesh, nullptr, aSeat[0]);
-    const int nAcross = static_cast<int>(std::sqrt(static_cast<double>(aRank.GetSize()))) + 1;
-    const int nMostLeft = kWaysToBegin * nAcross + kMovesToTurn * aRank.GetSize();
-    int nMovesLeft = kWaysToBegin * nAcross;
+    const long long nToBegin = kWaysToBegin * (static_cast<long long>(std::sqrt(aRank.GetSize())) + 1);
+    const long long nMostLeft = nToBegin + kMovesToTurn * aRank.GetSize();
+    long long nMovesLeft = nToBegin;
     int i = 0;
     for (; i < aRank.GetSize() && (bToTheEnd || nMovesLeft > 0); ++i) {
         if (aRank[i] != kIsInMesh) {

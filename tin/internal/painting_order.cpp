@@ -111,7 +111,7 @@ private:
     Candidate CandidateOf(int t) const;
     void FindPairs();
     PlanBox GatherGroup(int nBegin, CArray<Candidate>& aGroup) const;
-    void AddPair(int p, int q);
+    std::int64_t AddPairsOf(const CArray<Candidate>& aGroup, const Candidate& q);
     void FindRivals(int i);
     bool MustFollow(const Facet& p, const Facet& q) const;
     int FirstOfPairs(int i) const;
@@ -175,7 +175,7 @@ Candidate Refinement::CandidateOf(int t) const
 // then pairs are looked at as the order brings them together.
 void Refinement::FindPairs()
 {
-    constexpr std::int64_t kLooksPerTriangle = 600, kLooksOfTest = 10, kPairsPerTriangle = 4;
+    constexpr std::int64_t kLooksPerTriangle = 600, kPairsPerTriangle = 4;
     const int n = m_aOrder.GetSize();
     const std::int64_t nMostPairs = kPairsPerTriangle * n;
     std::int64_t nLooksLeft = kLooksPerTriangle * n;
@@ -183,18 +183,8 @@ void Refinement::FindPairs()
     CArray<Candidate> aGroup;
     for (int i = 0; i < m_tree.InTileOrder().GetSize() && !isTooMuch(); i += BoxTree::kGroup) {
         m_tree.ForEachTouching(GatherGroup(i, aGroup), [&](int nTri) {
-            if (isTooMuch()) {
-                return;
-            }
-            const Candidate q = CandidateOf(nTri);
-            for (int k = 0; k < aGroup.GetSize(); ++k, --nLooksLeft) {
-                const Candidate& p = aGroup[k];
-                if (CouldHide(p, q)) {
-                    nLooksLeft -= kLooksOfTest;
-                    if (MustFollow(p.facet, q.facet)) {
-                        AddPair(p.facet.nTri, nTri);
-                    }
-                }
+            if (!isTooMuch()) {
+                nLooksLeft -= AddPairsOf(aGroup, CandidateOf(nTri));
             }
         });
     }
@@ -217,10 +207,24 @@ PlanBox Refinement::GatherGroup(int nBegin, CArray<Candidate>& aGroup) const
     return covered;
 }
 
-void Refinement::AddPair(int p, int q)
+// Notes which triangles of a group would wrongly hide q. Returns the number of looks that this took, a test counting as
+// several.
+std::int64_t Refinement::AddPairsOf(const CArray<Candidate>& aGroup, const Candidate& q)
 {
-    m_aHidden.Add({q, m_aFirstHidden[p]});
-    m_aFirstHidden[p] = m_aHidden.GetUpperBound();
+    constexpr std::int64_t kLooksOfTest = 10;
+    std::int64_t nLooks = aGroup.GetSize();
+    for (int k = 0; k < aGroup.GetSize(); ++k) {
+        const Candidate& p = aGroup[k];
+        if (!CouldHide(p, q)) {
+            continue;
+        }
+        nLooks += kLooksOfTest;
+        if (MustFollow(p.facet, q.facet)) {
+            m_aHidden.Add({q.facet.nTri, m_aFirstHidden[p.facet.nTri]});
+            m_aFirstHidden[p.facet.nTri] = m_aHidden.GetUpperBound();
+        }
+    }
+    return nLooks;
 }
 
 void Refinement::FindRivals(int i)
@@ -259,9 +263,10 @@ int Refinement::FirstOfPairs(int i) const
 int Refinement::FirstOfRivals(int i)
 {
     FindRivals(i);
+    const Facet facet = FacetOf(m_mesh, m_aOrder[i]);
     for (int nLeft = m_aRival.GetSize(); nLeft > 0; --nLeft) {
         const int j = m_aRival[0];
-        if (MustFollow(FacetOf(m_mesh, m_aOrder[i]), FacetOf(m_mesh, m_aOrder[j]))) {
+        if (MustFollow(facet, FacetOf(m_mesh, m_aOrder[j]))) {
             return j;
         }
         std::pop_heap(m_aRival.GetData(), m_aRival.GetData() + nLeft, std::greater<>());

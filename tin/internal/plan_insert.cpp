@@ -172,8 +172,8 @@ inline bool PlanInserter::SwapIfConvex(const Apex& P, FacedEdge& edge, FacedEdge
     return true;
 }
 
-// Makes the edges that triangles face from P Delaunay, one after the other, and then every edge that a swap exposes, the first
-// of two with all that follows from it before the second. Every swap makes one more triangle use P, so this ends.
+// Makes the edges that triangles face from P Delaunay, one after the other, and then every edge that a swap exposes, the
+// first of two with all that follows from it before the second. Every swap makes one more triangle use P, so this ends.
 template <bool WITH_TRAPS>
 void PlanInserter::Legalize(const Apex P, const int* pTri, int nTriangles)
 {

@@ -114,6 +114,7 @@ private:
     static constexpr int kAcross = 3, kNumber = 6, kFirst = 7;
     static constexpr std::uint32_t kEmptySeat = 0xFFFFFFFFu;   // in place of the first rank
 
+    // As wide as an address, so that what is added to it can be a part of the address.
     static std::size_t WordOf(Corner corner) { return corner.m_nCode; }
 
     const int m_nSeats;

@@ -36,29 +36,22 @@ WalkAnswer AskTriangle(const PlanMesh& mesh, int nTri, const PlanPlace& p, const
 
 namespace {
 
-// The same. That the place is close to the line of an edge is rare, and left to AskTriangle.
+// The same. Where the place is close to the line of an edge, which is rare, it is left to AskTriangle.
 inline WalkAnswer AskOnTheWay(const PlanMesh& mesh, int nTri, const PlanPlace& p,
                               const WalkTolerance& tolerance)
 {
-    const Corner first = mesh.FirstCorner(nTri), second = first.Next(), third = first.Prev();
-    const PlanPlace &a = mesh.PlaceAt(first), &b = mesh.PlaceAt(second);
-    const double dRight = RightOf(a, b, p);
-    if (dRight > tolerance.dEPS2) {
-        return {false, kOutside, third};
+    const Corner first = mesh.FirstCorner(nTri);
+    const Corner aCorner[] = {first, first.Next(), first.Prev()};
+    for (int k = 0; k < 3; ++k) {
+        const double dRight = RightOf(mesh.PlaceAt(aCorner[k]), mesh.PlaceAt(aCorner[NextSlot(k)]), p);
+        if (dRight > tolerance.dEPS2) {
+            return {false, kOutside, aCorner[PrevSlot(k)]};
+        }
+        if (dRight >= -tolerance.dEPS2) {
+            return AskTriangle(mesh, nTri, p, tolerance);
+        }
     }
-    const PlanPlace& c = mesh.PlaceAt(third);
-    const double dRightNext = RightOf(b, c, p);
-    bool bClose = dRight >= -tolerance.dEPS2;
-    if (dRightNext > tolerance.dEPS2 && !bClose) {
-        return {false, kOutside, first};
-    }
-    const double dRightLast = RightOf(c, a, p);
-    bClose = bClose || dRightNext >= -tolerance.dEPS2;
-    if (dRightLast > tolerance.dEPS2 && !bClose) {
-        return {false, kOutside, second};
-    }
-    bClose = bClose || dRightLast >= -tolerance.dEPS2;
-    return bClose ? AskTriangle(mesh, nTri, p, tolerance) : WalkAnswer{true, kInside, first};
+    return {true, kInside, first};
 }
 
 }   // namespace
