@@ -204,6 +204,69 @@ TEST(SameAsPlain, ConstructionOfManyPoints)
     EXPECT_GE(nCompared, 6 * 9) << "most inputs must really be compared";
 }
 
+// Points in line under an apex, then one that all circles through the apex and two neighbours hold: it takes one edge
+// after the other from the apex, each swap exposing the next edge.
+//
+//      A                             A
+//      | \ \  \                      | \   \    \           P lies in the first triangle
+//      |P \  \    \        -->       |  P    \      \       .
+//      |   \   \      \              | / \ \    \       \   .
+//      0 -- 1 - 2 ---- ...           0 -- 1 - 2 - 3 ---- ...
+TEST(SameAsPlain, SwapsEndAfterTenThousandInARow)
+{
+    constexpr int kSwaps = 10000, kInLine = kSwaps + 100, kApex = kInLine, kLast = kInLine + 1;
+    Sites aSite;
+    for (int i = 0; i < kInLine; ++i) {
+        aSite.push_back({1.0 * i, 0.0, 0.0});
+    }
+    aSite.push_back({0.0, 20000.0, 0.0});
+    const Site last = {0.25, 10000.0, 0.0};
+    CTin stepwise = Built(aSite);
+    aSite.push_back(last);
+    Pair pair(aSite);
+    ASSERT_TRUE(pair.BuildBoth());
+    const auto fnCountAt = [&pair](int nVt) {
+        int nFrom = -1, nTri = 0, nSlot = 0, nFound = 0;
+        while (pair.tin.FindTriWithPt(nVt, nFrom, nTri, nSlot)) {
+            ++nFound;
+        }
+        return nFound;
+    };
+    EXPECT_EQ(fnCountAt(kLast), 3 + kSwaps);
+    EXPECT_EQ(fnCountAt(kApex), kInLine - 1 + 1 - kSwaps) << "one more by the split, one less by each swap";
+
+    stepwise.AddPoint(last.x, last.y, last.z);
+    int nTriCount = stepwise.GetTriSize(), nLastTri = 0;
+    EXPECT_EQ(stepwise.DivideTri(kLast, nTriCount, nLastTri), 1);
+    EXPECT_EQ(Dump(stepwise), Dump(pair.plain)) << "one step at a time";
+}
+
+// A point just within the tolerance of a short outer edge makes a notch in the outline. A walk along it to a place close
+// above it leaves the mesh there; one from high above arrives. Walks past all points of a row are so long that searches
+// take over, which must leave the mesh too. The place is close to a vertex: missing it is no reason to build again.
+TEST(SameAsPlain, OutlineThatBentBeforeSearchesBegin)
+{
+    Sites aSite = GridSites(21, 21, 1.0);
+    const auto fnAdd = [&aSite](double x, double y) { aSite.push_back({x, y, 0.0}); };
+    fnAdd(1.5, 0.05);
+    fnAdd(11.01, 0.0);
+    fnAdd(11.3, 5.1);
+    fnAdd(11.005, 9e-5);   // a doubled area of 9e-7 off the edge
+    for (int i = 0; i < 500; ++i) {
+        fnAdd(5.0 + 0.02 * i, 15.5);
+    }
+    for (int i = 0; i < 40; ++i) {
+        fnAdd(i % 2 == 0 ? 4.8 : 15.2, 15.55 + 0.002 * i);
+    }
+    fnAdd(11.3, 5.3);
+    fnAdd(11.3, 0.005);
+    fnAdd(1.5006, 0.0505);
+    Pair pair(aSite);
+    pair.SetEPS(1e-3);
+    ASSERT_TRUE(pair.BuildBoth());
+    EXPECT_FALSE(pair.tin.CheckPtUsed(pair.tin.GetPointSize() - 1)) << "the walk left the mesh";
+}
+
 // The hull of a few vertices that stand for all; the plain way is the ring of all of them.
 TEST(SameAsPlain, HullOfFewCandidates)
 {
