@@ -21,6 +21,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <iostream>
 #include <new>
 #include <string>
@@ -77,6 +78,30 @@ void RequireKnownCommand(int argc, char** argv)
     }
 }
 
+// Unlike a number below 0, or the - for standard input.
+bool IsLikeOption(const std::string& word)
+{
+    return word.size() > 1 && word[0] == '-' &&
+           (word[1] == '-' || std::isalpha(static_cast<unsigned char>(word[1])) != 0);
+}
+
+// An option would take whatever follows for its value, even the next option.
+void RequireValues(CLI::App& app, int argc, char** argv)
+{
+    if (IsLikeOption(argv[1])) return;   // --help
+    const CLI::App& command = *app.get_subcommand(argv[1]);
+    for (int i = 2; i + 1 < argc && argv[i] != std::string("--"); ++i) {
+        const std::string name = argv[i], next = argv[i + 1];
+        const CLI::Option* const option = IsLikeOption(name) ? command.get_option_no_throw(name) : nullptr;
+        if (option != nullptr && option->get_items_expected_max() > 0 && IsLikeOption(next)) {
+            throw qsvtin::Failure(name + " needs a value, but " + next +
+                                      " follows; if that is the value, write " + option->get_name() + "=" +
+                                      next,
+                                  qsvtin::Failure::BadUsage);
+        }
+    }
+}
+
 // The arguments, last first, as they are parsed. A number such as -.5 would pass for an option.
 std::vector<std::string> ArgumentsOf(int argc, char** argv)
 {
@@ -108,6 +133,7 @@ int main(int argc, char** argv)
             command.declare(qsvtin::CommandLine(declared));
         }
         RequireKnownCommand(argc, argv);
+        RequireValues(app, argc, argv);
         app.parse(ArgumentsOf(argc, argv));
         return 0;
     } catch (const CLI::Success& request) {

@@ -71,6 +71,8 @@ TEST_F(Edit, RefusesNonsenseAndLeavesTheFileAlone)
         {"--merge hill.txt", 1, "is no TIN file"},
         {"--tin 2 --delete 4", 2, "has no TIN of this name"},
         {"--insert", 2, "--insert"},
+        {"--insert -o a.tin", 2,
+         "--insert needs a value, but -o follows; if that is the value, write --insert=-o"},
     };
     ExpectRefusals("edit hill.tin -o hill.tin ", "hill.tin", refusals);
     ExpectRefusal("edit hill.tin --delete 4 -o a.dwg", 2, "cannot tell the format");
