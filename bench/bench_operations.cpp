@@ -5,45 +5,21 @@
 //   exponent   e, when the time grew with the e-th power of the size since the line above
 // Usage: bench_operations [fewest points [most points [part of an operation's name]]]
 
-#include <malloc.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <functional>
-#include <new>
 #include <random>
 #include <string>
-#include <vector>
 
+#include "bench/allocation.h"
+#include "bench/measure.h"
 #include "qsv_3dprocess.h"
 
-// Memory in use, and the most since it was last looked at. The library allocates through these too.
 namespace {
-size_t g_inUse = 0, g_peak = 0;
-}
 
-void* operator new(size_t size)
-{
-    void* const block = std::malloc(std::max<size_t>(size, 1));
-    if (block == nullptr) throw std::bad_alloc();
-    g_inUse += malloc_usable_size(block);
-    g_peak = std::max(g_peak, g_inUse);
-    return block;
-}
-void operator delete(void* block) noexcept
-{
-    g_inUse -= block != nullptr ? malloc_usable_size(block) : 0;
-    std::free(block);
-}
-void operator delete(void* block, size_t) noexcept
-{
-    operator delete(block);
-}
-
-namespace {
+using namespace bench;
 
 constexpr double kPi = 3.14159265358979323846;
 const char* const kFile = "bench_operations.tin";
@@ -144,12 +120,13 @@ Cost Measure(const Operation& operation, int n)
     Cost cost;
     for (int run = 0; run < 3; ++run) {
         CTin tin = operation.prepare(n);
-        const size_t before = g_inUse;
-        g_peak = g_inUse;
-        const std::clock_t start = std::clock();
+        GiveBackMemory();   // small operations, too, shall get theirs from the system
+        const size_t before = HeldBytes();
+        ResetPeak();
+        const double start = ProcessorSeconds();
         operation.run(tin);
-        cost.seconds = std::fmin(cost.seconds, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
-        cost.scratch = static_cast<double>(g_peak - std::max(before, g_inUse)) / n;
+        cost.seconds = std::fmin(cost.seconds, ProcessorSeconds() - start);
+        cost.scratch = static_cast<double>(PeakBytes() - std::max(before, HeldBytes())) / n;
     }
     return cost;
 }

@@ -6,10 +6,6 @@
 #include <memory>
 #include <string>
 
-#ifdef __GLIBC__   // known once a header of the library has been read
-#include <malloc.h>
-#endif
-
 #include "bench/allocation.h"
 #include "bench/measure.h"
 #include "bench/peer.h"
@@ -283,14 +279,6 @@ double SecondsToWriteBytes(const std::string& strPath, const std::vector<char>& 
         std::exit(1);
     }
     return ProcessorSeconds() - dStart;
-}
-
-// So that what is allocated next is new to the process, whatever it has freed before.
-void GiveBackMemory()
-{
-#ifdef __GLIBC__
-    malloc_trim(0);
-#endif
 }
 
 // Into memory that was not in use before, as a reader's arrays are.
