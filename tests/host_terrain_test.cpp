@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <random>
@@ -268,6 +269,58 @@ TEST(Terrain, EnforcesEverySegmentOfCrossingLines)
         EXPECT_TRUE(built->report.unused.empty());
     }
     EXPECT_GT(crossings, 10000u);
+}
+
+// A grid in no order is fed row by row, and has the numbers of its points again afterwards: it is the terrain of the same
+// points in the order of the rows, but for their numbers. Other points are fed as they come.
+TEST(Terrain, OfAGridInNoOrderKeepsItsNumbers)
+{
+    std::mt19937 random(5);
+    const std::vector<Position> rows = Grid(101);
+    std::vector<Position> shuffled = rows;
+    std::shuffle(shuffled.begin(), shuffled.end(), random);
+    const std::vector<std::vector<Position>> lines = {{{3.0, 4.0, 0.0}, {80.0, 41.0, 0.0}, {90.0, 7.0, 0.0}}};
+    const auto asRows = Build(Survey(rows, lines)), asShuffled = Build(Survey(shuffled, lines));
+    EXPECT_FALSE(asRows->report.fedByRows);
+    EXPECT_TRUE(asShuffled->report.fedByRows);
+
+    const CTin &a = asRows->terrain.tin, &b = asShuffled->terrain.tin;
+    ASSERT_EQ(a.m_aVertex.GetSize(), b.m_aVertex.GetSize());
+    ASSERT_EQ(a.m_aTri.GetSize(), b.m_aTri.GetSize());
+    for (std::size_t i = 0; i < shuffled.size(); ++i) {
+        const Position at = asShuffled->prepared.origin.ToLocal(shuffled[i]);
+        ASSERT_EQ(b.m_aVertex[static_cast<int>(i)].x, at.x) << i;
+        ASSERT_EQ(b.m_aVertex[static_cast<int>(i)].y, at.y) << i;
+    }
+    const auto expectSame = [&a, &b](int vertexOfA, int vertexOfB) {
+        EXPECT_EQ(a.m_aVertex[vertexOfA].x, b.m_aVertex[vertexOfB].x);
+        EXPECT_EQ(a.m_aVertex[vertexOfA].y, b.m_aVertex[vertexOfB].y);
+        EXPECT_EQ(a.m_aVtNormal[vertexOfA].x, b.m_aVtNormal[vertexOfB].x);
+    };
+    for (int t = 0; t < a.m_aTri.GetSize(); ++t) {
+        for (int k = 0; k < 3; ++k) {
+            expectSame(a.m_aTri[t].m_nVertex[k], b.m_aTri[t].m_nVertex[k]);
+            EXPECT_EQ(a.m_aTri[t].m_nNeighbor[k], b.m_aTri[t].m_nNeighbor[k]);
+        }
+    }
+    ASSERT_EQ(a.m_aBoundary.GetSize(), b.m_aBoundary.GetSize());
+    for (int i = 0; i < a.m_aBoundary.GetSize(); ++i) {
+        expectSame(a.m_aBoundary[i], b.m_aBoundary[i]);
+    }
+    const CArray<int>&ofA = a.m_aBreakLine[0].m_aVertexIndex, &ofB = b.m_aBreakLine[0].m_aVertexIndex;
+    ASSERT_EQ(ofA.GetSize(), ofB.GetSize());
+    for (int i = 0; i < ofA.GetSize(); ++i) {
+        expectSame(ofA[i], ofB[i]);
+    }
+    EXPECT_TRUE(asShuffled->report.incomplete.empty());
+    EXPECT_TRUE(asShuffled->report.unused.empty());
+
+    std::uniform_real_distribution<double> anywhere(0.0, 100.0);
+    for (Position& p : shuffled) {
+        p.x = anywhere(random);
+        p.y = anywhere(random);
+    }
+    EXPECT_FALSE(Build(Survey(shuffled))->report.fedByRows);
 }
 
 TEST(EdgeChains, FollowEdgesOnTheLineOnly)

@@ -171,6 +171,9 @@ public:
     ///         counter-clockwise. 0: fewer than 3 points, no three that span a surface, or a coordinate
     ///         that is not finite and so spoils the hull; the object is emptied
     /// Breaklines are followed as far as the surface allows; see BreakLine in docs/algorithms.
+    /// Cost: near linear; 88 bytes a point meanwhile. Points of a grid in no order are an exception: most fall on
+    /// edges, where only a walk from the point before tells which triangle takes them, some square root of n triangles
+    /// long. Feed a grid by its rows.
     int CreateTin(double dAngle);
     /// Inserts vertex nVt while a mesh is being built.
     /// @param nTriCount  triangles in use; advanced by those added

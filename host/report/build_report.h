@@ -51,6 +51,7 @@ struct BuildReport {
     std::vector<HeightConflict> conflicts;
     std::vector<BadLine> rejected;
     std::vector<Source> unused;
+    bool fedByRows = false;
     int vertices = 0;
     int triangles = 0;
     int hull = 0;

@@ -2,6 +2,7 @@
 
 #include "host/failure.h"
 #include "host/terrain/edge_chains.h"
+#include "host/terrain/feeding_order.h"
 
 #include <numeric>
 #include <utility>
@@ -18,33 +19,37 @@ std::size_t Count(const Missing& missing)
                            [](std::size_t sum, const auto& segments) { return sum + segments.size(); });
 }
 
-void AddLine(CTin& tin, const SurveyLine& line)
+void AddLine(CTin& tin, const SurveyLine& line, const FeedingOrder& order)
 {
     CBreakLine record;
     record.m_bClose = line.closed ? 1 : 0;
     record.m_aVertexIndex.SetSize(static_cast<int>(line.vertices.size()));
     for (int i = 0; i < record.m_aVertexIndex.GetSize(); ++i) {
-        record.m_aVertexIndex[i] = line.vertices[static_cast<std::size_t>(i)];
+        record.m_aVertexIndex[i] = order.PlaceOf(line.vertices[static_cast<std::size_t>(i)]);
     }
     tin.m_aBreakLine.Add(record);
 }
 
-CTin Triangulate(const std::vector<Position>& vertices, const std::vector<SurveyLine>& lines, double eps)
+CTin Triangulate(const std::vector<Position>& vertices, const FeedingOrder& order,
+                 const std::vector<SurveyLine>& lines, double eps)
 {
+    const int count = static_cast<int>(vertices.size());
     CTin tin;
     tin.SetEPS(eps);
-    tin.BeginAddPoint(static_cast<int>(vertices.size()));
-    for (const Position& p : vertices) {
+    tin.BeginAddPoint(count);
+    for (int place = 0; place < count; ++place) {
+        const Position& p = vertices[static_cast<std::size_t>(order.VertexAt(place))];
         tin.AddPoint2(p.x, p.y, p.z);
     }
     tin.EndAddPoint();
     for (const SurveyLine& line : lines) {
-        if (line.SegmentCount() > 0) AddLine(tin, line);
+        if (line.SegmentCount() > 0) AddLine(tin, line, order);
     }
     if (!tin.CreateTin(0.0)) {
         throw Failure(
             "the points span no surface; are they nearly on one line, or the columns wrong (--order)?");
     }
+    order.RestoreNumbers(tin);
     return tin;
 }
 
@@ -72,14 +77,14 @@ std::vector<SurveyLine> WithMissingSegments(std::vector<SurveyLine> lines, const
     return lines;
 }
 
-CTin TriangulateWithLines(const PreparedSurvey& survey, double eps)
+CTin TriangulateWithLines(const PreparedSurvey& survey, const FeedingOrder& order, double eps)
 {
-    CTin tin = Triangulate(survey.vertices, survey.lines, eps);
+    CTin tin = Triangulate(survey.vertices, order, survey.lines, eps);
     const Missing missing = FindMissing(tin, survey.lines);
     if (Count(missing) == 0) return tin;
 
     const int given = tin.m_aBreakLine.GetSize();
-    CTin again = Triangulate(survey.vertices, WithMissingSegments(survey.lines, missing), eps);
+    CTin again = Triangulate(survey.vertices, order, WithMissingSegments(survey.lines, missing), eps);
     if (Count(FindMissing(again, survey.lines)) >= Count(missing)) return tin;
     again.m_aBreakLine.SetSize(given);
     return again;
@@ -108,7 +113,9 @@ Terrain BuildTerrain(const PreparedSurvey& survey, double eps, double trimDegree
     // The TIN is made in place: assigning one would drop its tolerances.
     const std::vector<Crossing> crossings =
         FindCrossings(survey.lines, survey.vertices);   // refuses too many
-    Terrain terrain{TriangulateWithLines(survey, eps), survey.origin, survey.lines, crossings, {}, {}};
+    const FeedingOrder order(survey.vertices);
+    Terrain terrain{TriangulateWithLines(survey, order, eps), survey.origin, survey.lines, crossings, {}, {}};
+    terrain.fedByRows = order.IsByRows();
     terrain.surveyVertices = static_cast<int>(survey.vertices.size());
     // Corners stay, so that something is always left.
     if (trimDegrees > 0.0) terrain.tin.DelTriWithAngle(trimDegrees * kRadiansPerDegree, 1);

@@ -55,7 +55,8 @@ bool StepWalk(const MeshView& mesh, Walk& walk, Location& found)
                                      &VertexAt(mesh.aVertex, pVertex[2])};
     for (int k = 0; k < 3; ++k) {
         const CXYZ &a = *apCorner[k], &b = *apCorner[NextSlot(k)];
-        const double dRight = (b.y - a.y) * (walk.x - a.x) - (b.x - a.x) * (walk.y - a.y);   // above 0: outside
+        const double dRight =
+            (b.y - a.y) * (walk.x - a.x) - (b.x - a.x) * (walk.y - a.y);   // above 0: outside
         if (dRight > mesh.dEPS2) {
             return Cross(mesh, walk, k, found);
         }
