@@ -179,6 +179,9 @@ public:
     void RemoveAt(int nIndex, int nCount = 1)
     {
         assert(nIndex >= 0 && nCount >= 0 && nIndex <= m_nSize - nCount);
+        if (nCount == 0) {
+            return;   // nor may an element be moved to where it stands
+        }
         TYPE* const pGap = m_pData + nIndex;
         if constexpr (kMovesSafely) {
             std::destroy(pGap, pGap + nCount);

@@ -40,6 +40,11 @@ TEST(Arrays, KeepTheirElementsWhenTheyGrowShrinkOrLoseSome)
     }
     EXPECT_EQ(aText[52], "third");
 
+    CArray<CString> aName;
+    aName.Add("none is removed");
+    aName.RemoveAt(0, 0);
+    EXPECT_STREQ(aName[0], "none is removed") << "not moved onto itself";
+
     CArray<int> aNumber;
     aNumber.SetSize(5);
     EXPECT_EQ(aNumber[4], 0);
