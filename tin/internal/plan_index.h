@@ -12,7 +12,7 @@ namespace qsv {
 // Same answers as a scan of them in the order of entry, in constant time when few lie close together.
 //
 // Vertices are binned into square cells of eight tolerances, so that most places have all that lies within
-// the tolerance in their own cell. With a tolerance of 0 or less every place is a cell of its own. Places
+// the tolerance in their own cell. With a tolerance of 0 every place is a cell of its own. Places
 // too far out for exact cell numbers share the outermost cells, where the search is that scan.
 //
 // Lives inside one operation: it refers to the vertex array, and entries must not move meanwhile.
@@ -53,7 +53,7 @@ private:
 
     const CArray<CXYZ>& m_aVertex;
     const double m_dEPS;
-    const double m_dCell;       // side of a cell; 0 when every place is one
+    const double m_dCell;       // side of a cell; 0 when every place is one, or nothing coincides
     CArray<Entry> m_aEntry;     // in the order of entry
     CArray<Bucket> m_aBucket;   // a power of two of them
 };
@@ -61,8 +61,8 @@ private:
 template <class ACCEPT>
 int PlanIndex::FindFirst(double x, double y, ACCEPT fnAccept) const
 {
-    if (m_aEntry.IsEmpty()) {
-        return -1;
+    if (m_aEntry.IsEmpty() || !(m_dEPS >= 0.0)) {
+        return -1;   // nothing coincides within such a tolerance, however many lie at one place
     }
     const Span columns = CellsAround(x), rows = CellsAround(y);
     int nFirst = m_aEntry.GetSize();
