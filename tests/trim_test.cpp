@@ -60,6 +60,9 @@ TEST(Shape, TakesTheFirstOfEqualOnes)
     tin.AddTri(3, 4, 5);
     double d = -7;
     EXPECT_EQ(tin.GetMinAngle2(0, d), 0) << "45 degrees at slots 0 and 2";
+    EXPECT_EQ(tin.Get2ndAngle(0, d), 2);
+    EXPECT_NEAR(d, 45 * kDegree, 1e-15);
+    EXPECT_EQ(tin.Get2ndAngle(1, d), 1) << "no angle is a number";
     EXPECT_EQ(tin.GetMaxLengthXY(1, d), 0);
     EXPECT_EQ(d, 0.0) << "a triangle without extent";
 }

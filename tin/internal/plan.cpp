@@ -5,14 +5,36 @@
 
 namespace qsv {
 
-void SortThree(double (&aValue)[3])
+namespace {
+
+bool IsBefore(double a, double b)
 {
-    const auto isBefore = [](double a, double b) { return a < b || (std::isnan(b) && !std::isnan(a)); };
-    for (const int i : {0, 1, 0}) {   // neighbours that stand the wrong way round change places
-        if (isBefore(aValue[i + 1], aValue[i])) {
-            std::swap(aValue[i], aValue[i + 1]);
+    return a < b || (std::isnan(b) && !std::isnan(a));
+}
+
+// Neighbours that stand the wrong way round change places.
+template <class T, class IS_BEFORE>
+void SortThree(T (&aItem)[3], IS_BEFORE fnIsBefore)
+{
+    for (const int i : {0, 1, 0}) {
+        if (fnIsBefore(aItem[i + 1], aItem[i])) {
+            std::swap(aItem[i], aItem[i + 1]);
         }
     }
+}
+
+}   // namespace
+
+void SortThree(double (&aValue)[3])
+{
+    SortThree(aValue, IsBefore);
+}
+
+int MiddleOfThree(const double (&aValue)[3])
+{
+    int aPosition[] = {0, 1, 2};
+    SortThree(aPosition, [&aValue](int i, int j) { return IsBefore(aValue[i], aValue[j]); });
+    return aPosition[1];
 }
 
 bool IsSamePlace(double x1, double y1, double x2, double y2, double dEPS)

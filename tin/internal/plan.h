@@ -20,6 +20,8 @@ inline void WidenRange(const CXYZ& p, CXYZ& lower, CXYZ& upper)
 // Sorts three numbers as QuickSortKey does in ascending order: equal ones (0 and -0 are equal) keep their
 // order, those that are not a number come last. For ranges of single triangles, without its arrays.
 void SortThree(double (&aValue)[3]);
+// The position of the one that comes second in that order.
+int MiddleOfThree(const double (&aValue)[3]);
 
 // The rest are tests of points in plan. Heights take no part.
 

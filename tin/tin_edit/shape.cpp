@@ -1,6 +1,3 @@
-#include <cmath>
-
-#include "base/sort_key.h"
 #include "tin/internal/mesh.h"
 #include "tin/internal/plan.h"
 #include "tin/internal/slots.h"
@@ -112,14 +109,11 @@ int CTin::Get2ndAngle(int nTri, double& dAngle)
     if (!IsIndexOf(m_aTri, nTri)) {
         return -1;
     }
-    CArray<double> aAngle;
-    CArray<int> aSlot;
-    for (int k = 0; k < 3; ++k) {
-        aAngle.Add(AngleAtSlot(*this, nTri, k));
-    }
-    QuickSortKey(aAngle, aSlot, 1);
-    dAngle = aAngle[1];
-    return aSlot[1];
+    const double aAngle[] = {AngleAtSlot(*this, nTri, 0), AngleAtSlot(*this, nTri, 1),
+                             AngleAtSlot(*this, nTri, 2)};
+    const int nMiddle = MiddleOfThree(aAngle);
+    dAngle = aAngle[nMiddle];
+    return nMiddle;
 }
 
 int CTin::GetMaxLengthXY(int nTri, double& dLength)
