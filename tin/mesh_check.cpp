@@ -1,5 +1,6 @@
 #include "tin/mesh_check.h"
 
+#include <climits>
 #include <cmath>
 
 #include "tin/internal/edge_uses.h"
@@ -45,7 +46,7 @@ public:
 
     void Report(MESH_FAULT eKind, int nTri, int nSlot, int nVertex)
     {
-        ++m_nCount;
+        m_nCount += m_nCount < INT_MAX ? 1 : 0;
         if (m_aFault.GetSize() < m_nMost) {
             m_aFault.Add({eKind, nTri, nSlot, nVertex});
         }
@@ -132,10 +133,10 @@ struct EdgeFaults {
 
 EdgeFaults CompareEdgeUses(const CArray<CTriangle>& aTri)
 {
-    EdgeFaults found;
-    found.aUnlinked.SetSize(3 * aTri.GetSize(), -1);
-    found.aTwice.SetSize(3 * aTri.GetSize(), -1);
     const Array<EdgeUse> aUse = SortedEdgeUses(aTri);
+    EdgeFaults found;
+    found.aUnlinked.SetSize(aUse.GetSize(), -1);
+    found.aTwice.SetSize(aUse.GetSize(), -1);
     for (int nFirst = 0, nEnd = 0; nFirst < aUse.GetSize(); nFirst = nEnd) {
         nEnd = EndOfEdge(aUse, nFirst);
         if (aUse[nFirst].nLow == aUse[nFirst].nHigh) {

@@ -1,6 +1,8 @@
 #include "tin/internal/edge_uses.h"
 
 #include <algorithm>
+#include <climits>
+#include <new>
 
 #include "tin/internal/slots.h"
 
@@ -28,6 +30,9 @@ bool StandsBefore(const EdgeUse& a, const EdgeUse& b)
 
 Array<EdgeUse> SortedEdgeUses(const CArray<CTriangle>& aTri)
 {
+    if (aTri.GetSize() > INT_MAX / 3) {
+        throw std::bad_alloc();   // more than an array holds
+    }
     Array<EdgeUse> aUse;
     aUse.SetSize(3 * aTri.GetSize(), -1);
     for (int t = 0; t < aTri.GetSize(); ++t) {
