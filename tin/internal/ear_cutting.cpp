@@ -4,7 +4,9 @@
 #include <cfloat>
 #include <cmath>
 
+#include "tin/internal/box_tree.h"
 #include "tin/internal/lines.h"
+#include "tin/internal/mesh.h"
 #include "tin/internal/plan.h"
 
 namespace qsv {
@@ -18,22 +20,8 @@ constexpr double kMaxIndexedCoordinate = 1e70;
 // coordinate: some 10 roundings of 1.1e-16 each, and a margin of ten times that.
 constexpr double kMeetingRounding = 1e-14;
 
-struct PlanBox {
-    double dMinX = HUGE_VAL, dMaxX = -HUGE_VAL;
-    double dMinY = HUGE_VAL, dMaxY = -HUGE_VAL;
-
-    void Widen(double x, double y)
-    {
-        dMinX = std::min(dMinX, x);
-        dMaxX = std::max(dMaxX, x);
-        dMinY = std::min(dMinY, y);
-        dMaxY = std::max(dMaxY, y);
-    }
-    bool IsApartFrom(const PlanBox& other) const
-    {
-        return dMaxX < other.dMinX || other.dMaxX < dMinX || dMaxY < other.dMinY || other.dMaxY < dMinY;
-    }
-};
+constexpr PlanBox kNowhere = {HUGE_VAL, -HUGE_VAL, HUGE_VAL, -HUGE_VAL};
+constexpr PlanBox kEverywhere = {-HUGE_VAL, HUGE_VAL, -HUGE_VAL, HUGE_VAL};
 
 // A binary tree of boxes over the edges of a ring, in ring order. Edges that follow each other lie close
 // together, so an edge meets few boxes but those around it. Where the boxes of two edges are apart, the
@@ -49,14 +37,11 @@ public:
         }
         m_aBox.SetSize(2 * m_nLeaves, -1);
         const double dMargin = Margin();
-        for (int i = 0; i < aRing.GetSize(); ++i) {
-            m_aBox[m_nLeaves + i] = BoxOf(i, dMargin);
+        for (int i = 0; i < m_nLeaves; ++i) {
+            m_aBox[m_nLeaves + i] = i < aRing.GetSize() ? BoxOf(i, dMargin) : kNowhere;
         }
         for (int nNode = m_nLeaves - 1; nNode > 0; --nNode) {
-            PlanBox& box = m_aBox[nNode];
-            box = m_aBox[2 * nNode];
-            box.Widen(m_aBox[2 * nNode + 1].dMinX, m_aBox[2 * nNode + 1].dMinY);
-            box.Widen(m_aBox[2 * nNode + 1].dMaxX, m_aBox[2 * nNode + 1].dMaxY);
+            m_aBox[nNode] = Joined(m_aBox[2 * nNode], m_aBox[2 * nNode + 1]);
         }
     }
 
@@ -87,21 +72,18 @@ private:
     PlanBox BoxOf(int nEdge, double dMargin) const
     {
         if (dMargin == HUGE_VAL) {
-            return {-HUGE_VAL, HUGE_VAL, -HUGE_VAL, HUGE_VAL};
+            return kEverywhere;
         }
-        PlanBox box;
-        for (const CXYZ* p : {&Corner(nEdge), &Corner(nEdge + 1)}) {
-            box.Widen(p->x - dMargin, p->y - dMargin);
-            box.Widen(p->x + dMargin, p->y + dMargin);
-        }
-        return box;
+        const CXYZ &a = Corner(nEdge), &b = Corner(nEdge + 1);
+        return {std::min(a.x, b.x) - dMargin, std::max(a.x, b.x) + dMargin, std::min(a.y, b.y) - dMargin,
+                std::max(a.y, b.y) + dMargin};
     }
 
     // The part of the search below a node whose leaves are the edges from nBegin on, nCount of them.
     bool MeetsAny(int nEdge, int nFirst, int nLast, int nNode, int nBegin, int nCount) const
     {
         if (nBegin > nLast || nBegin + nCount <= nFirst ||
-            m_aBox[nNode].IsApartFrom(m_aBox[m_nLeaves + nEdge])) {
+            !Touches(m_aBox[nNode], m_aBox[m_nLeaves + nEdge])) {
             return false;
         }
         if (nCount == 1) {

@@ -1,7 +1,8 @@
 #ifndef QSV_TIN_INTERNAL_EAR_CUTTING_H
 #define QSV_TIN_INTERNAL_EAR_CUTTING_H
 
-#include "tin/internal/mesh.h"
+#include "base/xyz.h"
+#include "platform/afx_array.h"
 
 namespace qsv {
 
