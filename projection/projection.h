@@ -116,8 +116,8 @@ protected:
     /// Only an exact 0 counts as singular: a nearly singular matrix has a huge inverse. Cost: n cubed;
     /// allocates nothing up to n = 16.
     double matinv(int n, double* a, double* inv);
-    /// Factors an n x n matrix by elimination with scaled partial pivoting (Crout; see Golub and Van Loan,
-    /// "Matrix Computations", 3.4).
+    /// Factors an n x n matrix by elimination with scaled partial pivoting (Golub and Van Loan, "Matrix
+    /// Computations", 3.4).
     /// @param a   the matrix, row i and column j at index j * n + i; receives the multipliers below the
     ///            diagonal and U on and above it, its rows left where they are
     /// @param ip  n entries; ip[k] receives the row that became the k-th pivot row

@@ -28,8 +28,8 @@ struct CHeightAnswer {
 class QSV_API CHeightFinder
 {
 public:
-    /// Cost: one pass over the vertices and one over the triangles. Keeps 2 bytes for each triangle, and needs 8
-    /// for each vertex meanwhile.
+    /// Cost: one pass over the vertices and one over the triangles. Keeps about 2 bytes for each triangle, up to 4
+    /// where the range is long and narrow, and needs 8 for each vertex meanwhile.
     explicit CHeightFinder(const CTin& tin);
 
     /// The triangle from which the walk to a position starts; -1 when the TIN has none.

@@ -15,7 +15,8 @@
 ///
 /// Triangulation works in plan (x to the right, y up); heights are carried along. Vertices and triangles
 /// are addressed by zero-based index into the arrays below; -1 means none. Triangles of a finished TIN
-/// run counter-clockwise in plan (but for slivers that are flat within the tolerance) and are linked to their neighbours (see CTriangle for the slots).
+/// run counter-clockwise in plan (but for slivers that are flat within the tolerance) and are linked to their
+/// neighbours (see CTriangle for the slots).
 ///
 /// **Typical use.** Feed points and breaklines (AddPoint, AddBreakLine), call CreateTin, then query, edit,
 /// draw or save. The host reads the data members directly; when it writes them, it keeps them consistent.
@@ -90,11 +91,12 @@ public:
 
     /// @name Input of points and breaklines
     /// Two points coincide when their x and y each differ by at most m_dEPS, bounds included; heights are
-    /// never compared. Coordinates should be finite: nothing breaks over others, but nothing is promised of
-    /// a mesh built from them.
+    /// never compared. Coordinates should be finite and below 1e100, so that products of three are finite too:
+    /// nothing breaks over others, but nothing is promised of a mesh built from them, whatever the result.
     /// @{
 
-    /// Sets m_dEPS to eps and m_dEPS2 to eps * eps. A negative tolerance lets no points coincide.
+    /// Sets m_dEPS to eps and m_dEPS2 to eps * eps. A negative tolerance lets no points coincide; areas are
+    /// compared with its square all the same.
     void SetEPS(double eps);
     /// Adds a point unless one stands there already.
     /// @return index of the first vertex that coincides with (x, y), whose height stays; else of the new
@@ -114,6 +116,8 @@ public:
     /// in plan, or that is marked closed, becomes a ring; the repeated vertex is dropped.
     /// @return index of the breakline; -1 for a line of fewer than two vertices (a single one is still
     ///         added as a point)
+    /// Cost: that of AddPoint for each vertex. For many lines feed the vertices to AddPoints, and add the
+    /// indices that it gives to m_aBreakLine.
     int AddBreakLine(CPolyline& line);
     /// The same, feeding the vertices through AddPoint2, for use between BeginAddPoint and EndAddPoint.
     int AddBreakLine2(CPolyline& line);
@@ -148,13 +152,17 @@ public:
     /// there as at one of its ends when it differs from it by at most m_dEPS in x and in y.
     /// Visibility walk that takes the first edge in slot order, no allocation, products and
     /// comparisons only (Devillers, Pion, Teillaud, "Walking in a triangulation", 2002). Reads only.
+    /// @note The walk ends where it leaves the surface. Where the outline is notched or has holes (a trimmed
+    ///       TIN), a position behind the notch is therefore outside as seen from some starts: start near it
+    ///       (CHeightFinder::GetStartTri), and ask PtInTin where a wrong -1 would matter. A position that is not
+    ///       a number counts as inside nStartTri.
     int FindTri(int nStartTri, const double& x, const double& y, int& nState, int& nSide);
-    /// The same for the plan position of vertex nVt. Reads only.
+    /// The same for the plan position of vertex nVt; (0, 0) when nVt is out of range. Reads only.
     int FindTri(int nStartTri, int nVt, int& nState, int& nSide);
     /// Finds the next triangle that uses vertex nVt, scanning from triangle nFrom (below 0: from the first).
     /// Calls with the same nFrom variable list all of them in index order. Reads only.
     /// @return 1, with the triangle, the slot of the vertex and nFrom behind the triangle; 0 when no more
-    ///         triangle uses it
+    ///         triangle uses it (nTri and nSlot then mean nothing)
     int FindTriWithPt(int nVt, int& nFrom, int& nTri, int& nSlot);
     /// Sets the range to that of the vertices that triangles use.
     /// @return 1; 0 when there is no triangle (the range becomes zero)
@@ -168,9 +176,10 @@ public:
     /// Delaunay swapping (Lawson 1977), breaklines as chains of edges, then trimming.
     /// @param dAngle  above 0: thin outer triangles are trimmed by DelTriWithAngle(dAngle, 1)
     /// @return 1: every finite point is a vertex of the mesh or coincides with one; m_aBoundary is the hull,
-    ///         counter-clockwise. 0: fewer than 3 points, no three that span a surface, or a coordinate
-    ///         that is not finite and so spoils the hull; the object is emptied
-    /// Breaklines are followed as far as the surface allows; see BreakLine in docs/algorithms.
+    ///         counter-clockwise. 0: fewer than 3 points or more than 268,435,455, no three that span a
+    ///         surface, or a coordinate that is not finite and so spoils the hull; the object is emptied
+    /// Breaklines are followed as far as the surface allows; see docs/algorithms/breaklines.md. The range becomes
+    /// that of all points; drawing order and normals are to be made anew.
     /// Cost: near linear; 88 bytes a point meanwhile. Points of a grid in no order are an exception: most fall on
     /// edges, where only a walk from the point before tells which triangle takes them, some square root of n triangles
     /// long. Feed a grid by its rows.
@@ -197,8 +206,9 @@ public:
     int FindFirstTriWithPt(int nVt, int& nTri, int& nSlot, int nTriCount);
     /// One step around the vertex in slot nSlot of triangle nTri, turning as m_nWalkDir says; at the outside
     /// the direction is reversed, at most once a step: m_nWalkDir is written.
-    /// @return 1 with the next triangle and the vertex' slot in it; 0 when there is none on either side or
-    ///         it does not use the vertex
+    /// @return 1 with the next triangle and the vertex' slot in it; 0 when there is none on either side (nTri
+    ///         is then -1), it does not use the vertex (nTri is that triangle, nSlot stays), or an argument is
+    ///         out of range (nothing is written)
     int FindNextTriWithPt(int& nTri, int& nSlot);
     /// The same without bouncing: across the edge that leaves the vertex when nDir is not 0
     /// (clockwise), across the edge that ends at it when nDir is 0. Reads only.
@@ -217,7 +227,8 @@ public:
     /// repeats the first is dropped.
     /// @return 1, m_aBoundary being the ring; 0 when the polygon has fewer than 3 vertices (the object is
     ///         empty), encloses no area, crosses or touches itself within 1e-6 (vertices and boundary stand,
-    ///         no triangle), or no ear is left (some triangles stand, not linked)
+    ///         no triangle), or no ear is left (some triangles stand, not linked). The range stays zero
+    ///         (UpdateTinRange)
     /// @note Ears are chosen by chord alone: in a ring of deep narrow bays triangles may end overlapping.
     /// Cost: n log n to test and cut; swapping can take longer in large rings.
     int CreateTinForPolygon(CPolyline poly);
@@ -269,7 +280,8 @@ public:
     /// @param bSingleOutside  not 0: only triangles with exactly one outer edge go; corners stay
     /// @return always 1
     /// @note Triangle 0 is examined once; whichever triangle stands first afterwards stays.
-    /// An angle of exactly 0, or one that is not a number, trims nothing.
+    /// An angle of exactly 0, or one that is not a number, trims nothing. Where the only triangle goes, the
+    /// object is emptied, as by DelTri. Boundary, range and drawing order are not updated. Cost: n log n.
     int DelTriWithAngle(double dAngle, int bSingleOutside);
     /// Selects (m_bSelect) the outer triangles that have an angle of at most dAngle at an end of an outer
     /// edge, and deselects all others. @return how many are selected
@@ -287,8 +299,8 @@ public:
     /// last one in index order wins for the earlier one. Edges held in the same direction stay unlinked.
     /// Cost: n log n in the triangles.
     void UpdateTopology();
-    /// Appends the vertices and triangles of src, which may be this object. Nothing is joined or linked;
-    /// boundary, breaklines, range, normals and drawing order stay.
+    /// Appends the vertices and triangles of src, which may be this object; the triangles are not selected.
+    /// Nothing is joined or linked; boundary, breaklines, range, normals and drawing order stay.
     void AddTIN(CTin& src);
     /// 1 when some triangle uses vertex nVt, else 0. Cost: a scan. Reads only.
     int CheckPtUsed(int nVt);
@@ -329,7 +341,8 @@ public:
     /// @param nStartTri  triangle to walk from; a near one keeps the walk short
     /// @param z          receives the height; written only on success
     /// @param nTri       receives the triangle that holds (x, y), or -1; always written
-    /// @return 1; 0 when (x, y) is off the surface, nStartTri is out of range, or the triangle is vertical
+    /// @return 1; 0 when (x, y) is off the surface, or behind a notch or hole of it as seen from nStartTri (see
+    ///         FindTri), nStartTri is out of range, or the triangle is vertical
     /// Positions beyond an outer edge by a doubled area of up to m_dEPS2 still count as on it. Reads only.
     /// For many positions there is CHeightFinder (tin/height_finder.h).
     int InterpolateForPlane(int nStartTri, const double& x, const double& y, double& z, int& nTri);
@@ -337,7 +350,7 @@ public:
     /// (UpdateBoundary); of a ring, every other edge would be looked at.
     /// @param ox, oy, oz  receive the point: a vertex, or a place on an edge; of equally near ones the first
     /// @param dist        receives its plan distance
-    /// @return 1; 0 when m_aBoundary is empty or (x, y) is not finite (outputs stay)
+    /// @return 1; 0 when m_aBoundary is empty, or (x, y) is not finite or beyond 1e150 (outputs stay)
     /// @note On a sloped edge the candidate is the foot of the perpendicular in space from (x, y, 0), which is
     ///       not the place nearest in plan. Cost: a scan of m_aBoundary. Reads only.
     int NearestOutsideTin(const double& x, const double& y, double& ox, double& oy, double& oz, double& dist);
@@ -370,7 +383,8 @@ public:
     int GetNVec(int nTri, CXYZ& vec);
     /// Mean unit normal of the TIN. Reads only.
     /// @return 1; 0 with (0, 0, 1) when there is no triangle
-    /// @note The sum starts with (0, 0, 1), so the mean leans to the vertical, most for few triangles.
+    /// @note The sum starts with (0, 0, 1), so the mean leans to the vertical, most for few triangles. With a
+    ///       triangle without area it is not a number.
     int GetNVec(CXYZ& vec);
     /// @}
 
@@ -384,7 +398,8 @@ public:
     void AddVPlane(double z);
     /// Inserts a point into the finished mesh by splitting the triangle or edge it falls on. Edges are not
     /// swapped; boundary, breaklines, range, drawing order and normals are not updated.
-    /// @return 1; 0 when the point is off the mesh or at an existing vertex (nothing changes)
+    /// @return 1; 0 when the point is off the mesh, or behind a notch or hole of it as seen from triangle 0 (see
+    ///         FindTri), or at an existing vertex (nothing changes)
     int DivideTri(const double& x, const double& y, const double& z);
     /// @}
 
@@ -404,7 +419,8 @@ public:
     /// @return 1; 0 when the file cannot be opened
     static int WriteBIN_VER1(CString strPath, CArray<CTin, CTin&>& aTin);
     /// Replaces the array by the TINs of a collection file of version 1, or of a single-TIN file.
-    /// @return 1; 0 on failure (TINs read in full stay, the one being read as far as it got)
+    /// @return 1; 0 on failure (TINs read in full stay, the one being read as far as it got; behind it empty
+    ///         ones may stand for those that were announced)
     static int ReadBIN_VER1(CString strPath, CArray<CTin, CTin&>& aTin);
     /// As WriteBIN_VER1, version 2, which keeps the texture coordinates.
     static int WriteBIN_VER2(CString strPath, CArray<CTin, CTin&>& aTin);
@@ -433,7 +449,7 @@ public:
     /// An order of all triangles that leaves the object as it is. Reads only.
     /// @param nMode   key: 0 lowest vertex, 1 highest vertex, 2 sum of the heights
     /// @param nOrder  1 ascending, else descending
-    /// @return 1; 0 for another mode (aList is filled with zeros)
+    /// @return 1, also without triangles; 0 for another mode (aList is filled with zeros)
     int GetSortList(int nMode, CArray<int>& aList, int nOrder);
     /// The triangle painted last of those that hold (x, y), by m_aDepthOrder, which must be up to date; -1
     /// when none does. Cost: a scan from the top. Reads only.
@@ -445,8 +461,8 @@ public:
     /// of the normals of the triangles that use it (not unit length; zero when none does). A triangle without
     /// area makes the normals of its vertices not a number.
     void UpdateNormal();
-    /// Sets tu and tv of every vertex to its place in the plan range of the TIN, 0 .. 1. Nothing changes
-    /// without triangles.
+    /// Sets tu and tv of every vertex to its place in the plan range of the TIN, 0 .. 1, and brings the range
+    /// up to date. Without triangles the range becomes zero, and nothing else changes.
     /// @note A range without extent divides by zero; the result may be not a number.
     void UpdateTextureCoord();
     /// @}

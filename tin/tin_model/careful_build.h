@@ -11,8 +11,8 @@ bool HasMissedVertex(const CTin& tin, int nTriCount);
 
 // Triangulates all vertices anew, the hull corners that m_aBoundary holds first and then all in index order,
 // and sets m_aBoundary to the hull. Sides are decided exactly, so that no sliver can catch a search or fold
-// the mesh; a vertex is left out only where it coincides with one that is in. Takes longer than the ordinary insertion, which is why that one is tried
-// first. The triangle array is resized to what is in use.
+// the mesh; a vertex is left out only where it coincides with one that is in. Takes longer than the ordinary
+// insertion, which is why that one is tried first. The triangle array is resized to what is in use.
 void BuildCarefully(CTin& tin);
 
 }   // namespace qsv
