@@ -12,15 +12,16 @@ constexpr double kDefaultEPS = 1e-6;
 constexpr int kMaxSwapDepth = 10000;
 
 // Two plan lines whose determinant is smaller are taken as parallel. A fixed number, not a tolerance of
-// the TIN: it keeps the division below from overflowing.
+// the TIN: it keeps the reciprocal of the determinant from overflowing.
 constexpr double kParallelDeterminant = 1e-12;
 
 // A triangulation of n points has fewer than 2n triangles, so an array of this many records a vertex is
 // never outgrown while points are inserted.
 constexpr int kTrianglesPerVertex = 2;
 
-// Room made before breaklines are enforced: every crossed edge adds one vertex and two triangles.
-constexpr int kBreakLineTriangleFactor = 5;
+// The search of a breakline that cannot end is given up after as many steps as there are triangles, but not
+// before so many times those there were at first: the direction it has by then is that of the next search.
+constexpr int kSearchStepsPerTriangle = 5;
 
 }   // namespace qsv
 

@@ -10,8 +10,9 @@ namespace qsv {
 //
 // A walk to a place stops only in a triangle that lets it stop. In a mesh of counter-clockwise triangles over a
 // convex outline, of triangles that are no WalkTraps only those within the reach of the place can: usually the
-// one that holds the place. All that are, and the traps that can stop it, are asked. When one triangle alone lets the walk stop, the
-// walk ends there; when those that do all see one of their vertices at the place, the walk ends at a vertex.
+// one that holds the place. All that are, and the traps that can stop it, are asked. When one triangle alone lets the
+// walk stop, the walk ends there; when those that do all see one of their vertices at the place, the walk ends at a
+// vertex.
 class PlanSearch
 {
 public:
@@ -29,8 +30,8 @@ public:
     // Goes on to the next triangle, across the edge beyond which p lies farther; false where the walk ends.
     bool Step(const PlanPlace& p, Corner& at) const;
 
-    // Where the walk to p from triangle nFar ends, at best found from nNear. When at a vertex, the triangle may be
-    // another one at that vertex.
+    // Where the walk to p from triangle nFar ends, at best found by a quick walk that stands at near. When at a vertex,
+    // the triangle may be another one at that vertex.
     PlanLocation Find(const PlanPlace& p, Corner near, int nFar) const;
 
 private:

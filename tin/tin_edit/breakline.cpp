@@ -167,9 +167,8 @@ private:
     // change while the first lines make the mesh larger.
     static int FewestSteps(int nTriangles, int nVertices)
     {
-        const bool bFits =
-            nTriangles < INT_MAX / kBreakLineTriangleFactor && nVertices < INT_MAX - nTriangles;
-        return bFits ? kBreakLineTriangleFactor * nTriangles : 0;
+        const bool bFits = nTriangles < INT_MAX / kSearchStepsPerTriangle && nVertices < INT_MAX - nTriangles;
+        return bFits ? kSearchStepsPerTriangle * nTriangles : 0;
     }
 
     // Vertices that came with the crossings are looked for among all triangles: only the lines of a damaged
