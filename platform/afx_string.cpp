@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
 CString::CString() = default;
 CString::CString(const char* psz) : m_str(psz != nullptr ? psz : "") {}

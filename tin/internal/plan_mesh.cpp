@@ -5,7 +5,6 @@
 #include <limits>
 #include <new>
 
-#include "tin/internal/limits.h"
 #include "tin/internal/mesh.h"
 #include "tin/internal/mesh_links.h"
 #include "tin/internal/slots.h"

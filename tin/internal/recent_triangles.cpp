@@ -1,8 +1,5 @@
 #include "tin/internal/recent_triangles.h"
 
-#include <cstdlib>
-#include <utility>
-
 namespace qsv {
 
 namespace {
@@ -25,12 +22,6 @@ void RecentTriangles::Remember(const CXYZ& p, int nTri)
     if (++m_nRemembered > kPointsPerCell * m_aTri.GetSize() && m_nCells < kMostCells) {
         Refine();
     }
-}
-
-bool RecentTriangles::AreClose(const CXYZ& p, const CXYZ& q) const
-{
-    const int nP = CellOf(p), nQ = CellOf(q);
-    return std::abs(nP / m_nCells - nQ / m_nCells) <= 1 && std::abs(nP % m_nCells - nQ % m_nCells) <= 1;
 }
 
 // Clamped, so that a coordinate that is not a number has a cell too.

@@ -17,8 +17,6 @@ public:
 
     int Near(const CXYZ& p) const { return m_aTri[CellOf(p)]; }
     void Remember(const CXYZ& p, int nTri);
-    // Whether both lie in one cell or in neighbouring ones.
-    bool AreClose(const CXYZ& p, const CXYZ& q) const;
 
 private:
     int ColumnOf(double dOffset, double dExtent) const;

@@ -3,8 +3,6 @@
 
 #include <utility>
 
-#include "platform/afx_array.h"
-
 namespace qsv {
 
 // Puts a value back as it was when the scope ends, also when it ends because memory ran out.
@@ -20,20 +18,6 @@ public:
 private:
     T& m_value;
     T m_old;
-};
-
-template <class T>
-class RestoredAtEnd<CArray<T>>
-{
-public:
-    explicit RestoredAtEnd(CArray<T>& aValue) : m_aValue(aValue), m_aOld(aValue) {}
-    ~RestoredAtEnd() { MoveInto(m_aValue, m_aOld); }
-    RestoredAtEnd(const RestoredAtEnd&) = delete;
-    RestoredAtEnd& operator=(const RestoredAtEnd&) = delete;
-
-private:
-    CArray<T>& m_aValue;
-    Array<T> m_aOld;
 };
 
 }   // namespace qsv

@@ -1,5 +1,6 @@
 #include "tin/internal/vertex_walk.h"
 
+#include "tin/internal/mesh.h"
 #include "tin/internal/mesh_links.h"
 #include "tin/internal/slots.h"
 

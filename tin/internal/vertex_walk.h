@@ -1,7 +1,8 @@
 #ifndef QSV_TIN_INTERNAL_VERTEX_WALK_H
 #define QSV_TIN_INTERNAL_VERTEX_WALK_H
 
-#include "tin/internal/mesh.h"
+#include "platform/afx_array.h"
+#include "tin/triangle.h"
 
 namespace qsv {
 

@@ -1,5 +1,4 @@
 #include <cmath>
-#include <utility>
 
 #include "tin/tin.h"
 
