@@ -149,8 +149,8 @@ Sites PairsInAStrip(std::uint64_t nSeed)
 }
 
 // Enough points for searches to start elsewhere than at the point before. Pairs of points at about the
-// tolerance from each other, points almost in line and ranges near the tolerance are where starts could lead to different
-// ends.
+// tolerance from each other, points almost in line and ranges near the tolerance are where starts could lead to
+// different ends.
 TEST(SameAsPlain, ConstructionOfManyPoints)
 {
     int nCompared = 0;
@@ -241,9 +241,10 @@ TEST(SameAsPlain, SwapsEndAfterTenThousandInARow)
     EXPECT_EQ(Dump(stepwise), Dump(pair.plain)) << "one step at a time";
 }
 
-// A point just within the tolerance of a short outer edge makes a notch in the outline. A walk along it to a place close
-// above it leaves the mesh there; one from high above arrives. Walks past all points of a row are so long that searches
-// take over, which must leave the mesh too. The place is close to a vertex: missing it is no reason to build again.
+// A point just within the tolerance of a short outer edge makes a notch in the outline. A walk along it to a place
+// close above it leaves the mesh there; one from high above arrives. Walks past all points of a row are so long that
+// searches take over, which must leave the mesh too. The place is close to a vertex: missing it is no reason to build
+// again.
 TEST(SameAsPlain, OutlineThatBentBeforeSearchesBegin)
 {
     Sites aSite = GridSites(21, 21, 1.0);

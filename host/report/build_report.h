@@ -72,8 +72,8 @@ struct BuildReport {
     std::vector<std::string> written;
 };
 
-/// Gathers the report; what boundaries cut off, seconds and files written are left to the caller. Names of files in it belong to the
-/// survey.
+/// Gathers the report; what boundaries cut off, seconds and files written are left to the caller. Names of files in it
+/// belong to the survey.
 BuildReport MakeBuildReport(const SurveyData& survey, const PreparedSurvey& prepared, Terrain& terrain);
 
 /// The report for people: aligned lines of a name and what belongs to it.

@@ -48,8 +48,8 @@ public:
     // To be called when the outline need not be convex.
     void DistrustOutline() { m_search.DistrustOutline(); }
 
-    // Inserts the vertices of the ranks from a place in the list on, but for those that are in the mesh. Returns how many
-    // were left out.
+    // Inserts the vertices of the ranks from a place in the list on, but for those that are in the mesh. Returns how
+    // many were left out.
     int InsertAll(const CArray<int>& aRank, int nFrom)
     {
         for (int i = nFrom; i < aRank.GetSize(); ++i) {
@@ -197,8 +197,8 @@ private:
     int m_nRankBefore = -1;
 };
 
-// More than a place can lie beyond an edge and still be let pass or found on it or on a vertex, and more than rounding; and
-// where vertices are far apart, a small part of their distance, so that few triangles are traps.
+// More than a place can lie beyond an edge and still be let pass or found on it or on a vertex, and more than rounding;
+// and where vertices are far apart, a small part of their distance, so that few triangles are traps.
 double ReachFor(const Mesh& mesh, double dSide)
 {
     const double dTolerance = 2.0 * std::fmax(std::fabs(mesh.dEPS), std::sqrt(mesh.dEPS2));

@@ -90,9 +90,9 @@ void PlanInserter::SplitOnEdge(int nRank, Corner faces)
     LegalizeAround(nRank, {t, t1, u, t3});
 }
 
-// Across the edge Q-R of a wedge lies D, which on the outside is nowhere: no circle leaves that out, and with nothing is it
-// convex. The test is IsOutsideCircle(R, P, Q, D), operation by operation; when det is 0, neither square is a number
-// that could be the larger one.
+// Across the edge Q-R of a wedge lies D, which on the outside is nowhere: no circle leaves that out, and with nothing
+// is it convex. The test is IsOutsideCircle(R, P, Q, D), operation by operation; when det is 0, neither square is a
+// number that could be the larger one.
 template <bool WITH_TRAPS>
 inline void PlanInserter::Foresee(const Apex& P, const Wedge& one, const Wedge& other, int nDepth,
                                   FacedEdge& edge, FacedEdge& otherEdge) const
@@ -172,8 +172,9 @@ inline bool PlanInserter::SwapIfConvex(const Apex& P, FacedEdge& edge, FacedEdge
     return true;
 }
 
-// Makes the edges that triangles face from P Delaunay, one after the other, and then every edge that a swap exposes, the
-// first of two with all that follows from it before the second. Every swap makes one more triangle use P, so this ends.
+// Makes the edges that triangles face from P Delaunay, one after the other, and then every edge that a swap exposes,
+// the first of two with all that follows from it before the second. Every swap makes one more triangle use P, so this
+// ends.
 template <bool WITH_TRAPS>
 void PlanInserter::Legalize(const Apex P, const int* pTri, int nTriangles)
 {

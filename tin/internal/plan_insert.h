@@ -23,7 +23,8 @@ public:
     void SplitOnEdge(int nRank, Corner faces);
 
 private:
-    // The edge from Q to R that a corner faces, where the new vertex P lies, and what will become of it as the mesh stands.
+    // The edge from Q to R that a corner faces, where the new vertex P lies, and what will become of it as the mesh
+    // stands.
     struct FacedEdge {
         Corner apex;     // in slot 0
         Corner across;   // D lies there

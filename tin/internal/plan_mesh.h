@@ -60,8 +60,8 @@ public:
     // Writes all triangles in the order of their numbers, not selected.
     void Store(CArray<CTriangle>& aTri) const;
 
-    // Triangles are counted by their seats; the vertex of a rank has two to give. In the first two seats is the outside:
-    // corners like others, so that nobody need ask, at a place that is nowhere.
+    // Triangles are counted by their seats; the vertex of a rank has two to give. In the first two seats is the
+    // outside: corners like others, so that nobody need ask, at a place that is nowhere.
     static int FirstSeatOf(int nRank) { return 2 * nRank + kFirstSeat; }
     static int RankOfSeat(int nTri) { return (nTri - kFirstSeat) / 2; }
     int Seats() const { return m_nSeats; }

@@ -19,7 +19,8 @@ inline double RightOf(const PlanPlace& a, const PlanPlace& b, const PlanPlace& p
     return (b.y - a.y) * (p.x - a.x) - (b.x - a.x) * (p.y - a.y);
 }
 
-// Where a walk ended, as in Location: kOnVertex names the vertex by its corner, kOnEdge the edge by the corner that faces it.
+// Where a walk ended, as in Location: kOnVertex names the vertex by its corner, kOnEdge the edge by the corner that
+// faces it.
 struct PlanLocation {
     int nTri = -1;
     int nState = kWalkGaveUp;
@@ -32,7 +33,8 @@ inline double Distance2(const PlanPlace& p, const PlanPlace& q)
     return (p.x - q.x) * (p.x - q.x) + (p.y - q.y) * (p.y - q.y);
 }
 
-// What the walk does in a triangle: it stops, with a state as in Location, or goes on across the edge that the corner faces.
+// What the walk does in a triangle: it stops, with a state as in Location, or goes on across the edge that the corner
+// faces.
 struct WalkAnswer {
     bool bStops;
     WalkState eState;

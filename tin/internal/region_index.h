@@ -6,9 +6,9 @@
 
 namespace qsv {
 
-// Tells which of many rectangles hold a place, while rectangles come and go: a grid of grids in a hash table (Eitz, Lixu
-// 2007). A rectangle goes into the grid whose cells are two to four times as long as its longer side, so that it meets four
-// cells at most; a place is looked for in one cell of each grid that has any.
+// Tells which of many rectangles hold a place, while rectangles come and go: a grid of grids in a hash table (Eitz,
+// Lixu 2007). A rectangle goes into the grid whose cells are two to four times as long as its longer side, so that it
+// meets four cells at most; a place is looked for in one cell of each grid that has any.
 //
 //     +---------------+---------------+
 //     |       +-------|---+           |
@@ -27,7 +27,8 @@ public:
         double dMinX, dMinY, dMaxX, dMaxY;
     };
 
-    // An item is known by a number of the caller's, small numbers being the best. What lies beyond the square is cut off.
+    // An item is known by a number of the caller's, small numbers being the best. What lies beyond the square is cut
+    // off.
     void Add(int nItem, const Region& region);
     void Remove(int nItem);
 
