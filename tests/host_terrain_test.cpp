@@ -1,6 +1,7 @@
 #include "host/failure.h"
 #include "host/report/build_report.h"
 #include "host/terrain/edge_chains.h"
+#include "host/terrain/feeding_order.h"
 #include "host/terrain/local_origin.h"
 #include "host/terrain/terrain.h"
 
@@ -271,20 +272,26 @@ TEST(Terrain, EnforcesEverySegmentOfCrossingLines)
     EXPECT_GT(crossings, 10000u);
 }
 
-// A grid in no order is fed row by row, and has the numbers of its points again afterwards: it is the terrain of the same
-// points in the order of the rows, but for their numbers. Other points are fed as they come.
-TEST(Terrain, OfAGridInNoOrderKeepsItsNumbers)
+// Points in no order are fed from neighbour to neighbour, and have their numbers again afterwards: it is the terrain of
+// the same points surveyed in that order, but for their numbers.
+TEST(Terrain, OfPointsInNoOrderKeepsTheirNumbers)
 {
     std::mt19937 random(5);
-    const std::vector<Position> rows = Grid(101);
-    std::vector<Position> shuffled = rows;
+    std::vector<Position> shuffled = Grid(101);
+    EXPECT_FALSE(Build(Survey(shuffled))->report.fedAlongCurve) << "in the order of its rows";
     std::shuffle(shuffled.begin(), shuffled.end(), random);
     const std::vector<std::vector<Position>> lines = {{{3.0, 4.0, 0.0}, {80.0, 41.0, 0.0}, {90.0, 7.0, 0.0}}};
-    const auto asRows = Build(Survey(rows, lines)), asShuffled = Build(Survey(shuffled, lines));
-    EXPECT_FALSE(asRows->report.fedByRows);
-    EXPECT_TRUE(asShuffled->report.fedByRows);
+    const auto asShuffled = Build(Survey(shuffled, lines));
+    EXPECT_TRUE(asShuffled->report.fedAlongCurve);
+    const FeedingOrder order(asShuffled->prepared.vertices);
+    std::vector<Position> inOrder;
+    for (int place = 0; place < static_cast<int>(shuffled.size()); ++place) {
+        inOrder.push_back(shuffled[static_cast<std::size_t>(order.VertexAt(place))]);
+    }
+    const auto asFed = Build(Survey(inOrder, lines));
+    EXPECT_FALSE(asFed->report.fedAlongCurve);
 
-    const CTin &a = asRows->terrain.tin, &b = asShuffled->terrain.tin;
+    const CTin &a = asFed->terrain.tin, &b = asShuffled->terrain.tin;
     ASSERT_EQ(a.m_aVertex.GetSize(), b.m_aVertex.GetSize());
     ASSERT_EQ(a.m_aTri.GetSize(), b.m_aTri.GetSize());
     for (std::size_t i = 0; i < shuffled.size(); ++i) {
@@ -314,13 +321,6 @@ TEST(Terrain, OfAGridInNoOrderKeepsItsNumbers)
     }
     EXPECT_TRUE(asShuffled->report.incomplete.empty());
     EXPECT_TRUE(asShuffled->report.unused.empty());
-
-    std::uniform_real_distribution<double> anywhere(0.0, 100.0);
-    for (Position& p : shuffled) {
-        p.x = anywhere(random);
-        p.y = anywhere(random);
-    }
-    EXPECT_FALSE(Build(Survey(shuffled))->report.fedByRows);
 }
 
 TEST(EdgeChains, FollowEdgesOnTheLineOnly)

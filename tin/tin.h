@@ -182,7 +182,7 @@ public:
     /// that of all points; drawing order and normals are to be made anew.
     /// Cost: near linear; 88 bytes a point meanwhile. Points of a grid in no order are an exception: most fall on
     /// edges, where only a walk from the point before tells which triangle takes them, some square root of n triangles
-    /// long. Feed a grid by its rows.
+    /// long. Feed a grid by its rows, or along a curve that leads from neighbour to neighbour.
     int CreateTin(double dAngle);
     /// Inserts vertex nVt while a mesh is being built.
     /// @param nTriCount  triangles in use; advanced by those added

@@ -86,7 +86,7 @@ void MeasureMesh(Terrain& terrain, BuildReport& report)
     report.planArea = tin.CalAllAreaXY();
     report.surfaceArea = tin.CalAllArea();
     report.unused = terrain.unused;
-    report.fedByRows = terrain.fedByRows;
+    report.fedAlongCurve = terrain.fedAlongCurve;
 }
 
 }   // namespace

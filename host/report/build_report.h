@@ -51,7 +51,7 @@ struct BuildReport {
     std::vector<HeightConflict> conflicts;
     std::vector<BadLine> rejected;
     std::vector<Source> unused;
-    bool fedByRows = false;
+    bool fedAlongCurve = false;
     int vertices = 0;
     int triangles = 0;
     int hull = 0;

@@ -85,7 +85,7 @@ std::string ReportAsJson(const BuildReport& report)
     json["points_merged"] = report.pointsMerged;
     json["points_rejected"] = report.rejected.size();
     json["points_unused"] = report.unused.size();
-    json["fed_by_rows"] = report.fedByRows;
+    json["fed_along_curve"] = report.fedAlongCurve;
     json["vertices"] = report.vertices;
     json["triangles"] = report.triangles;
     json["hull"] = report.hull;

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <numeric>
+#include <cstdint>
+#include <utility>
 
 namespace qsvtin {
 
@@ -11,69 +12,78 @@ namespace {
 
 constexpr std::size_t kFewest = 10000;      // fewer take a moment in any order
 constexpr double kSpacingsInOrder = 20.0;   // that points in an order of their own lie apart, on average
+constexpr std::size_t kStepsLookedAt = 4000;
 
-struct Extent {
-    double width, height;
+struct Frame {
+    double left, bottom, width, height;
 };
 
-Extent ExtentOf(const std::vector<Position>& vertices)
+Frame FrameOf(const std::vector<Position>& vertices)
 {
     const auto byX = [](const Position& a, const Position& b) { return a.x < b.x; };
     const auto byY = [](const Position& a, const Position& b) { return a.y < b.y; };
     const auto [left, right] = std::minmax_element(vertices.begin(), vertices.end(), byX);
     const auto [bottom, top] = std::minmax_element(vertices.begin(), vertices.end(), byY);
-    return {right->x - left->x, top->y - bottom->y};
+    return {left->x, bottom->y, right->x - left->x, top->y - bottom->y};
 }
 
-// Every so many vertices, so that about four times the square root of their number are looked at.
-std::size_t SampleStride(const std::vector<Position>& vertices)
+// Whether steps from one vertex to the next, as far as they are looked at, are short on average.
+bool AreInOrder(const std::vector<Position>& vertices, const Frame& frame)
 {
-    return static_cast<std::size_t>(std::sqrt(vertices.size()) / 4.0) + 1;
-}
-
-bool AreInNoOrder(const std::vector<Position>& vertices)
-{
-    const Extent extent = ExtentOf(vertices);
-    const double spacing = std::sqrt(extent.width * extent.height / static_cast<double>(vertices.size()));
     double way = 0.0;
     std::size_t steps = 0;
-    for (std::size_t i = 1; i < vertices.size(); i += SampleStride(vertices), ++steps) {
+    for (std::size_t i = 1; i < vertices.size(); i += 1 + vertices.size() / kStepsLookedAt, ++steps) {
         way += std::hypot(vertices[i].x - vertices[i - 1].x, vertices[i].y - vertices[i - 1].y);
     }
-    return way > kSpacingsInOrder * spacing * static_cast<double>(steps);
+    const double spacing = std::sqrt(frame.width * frame.height / static_cast<double>(vertices.size()));
+    return way <= kSpacingsInOrder * spacing * static_cast<double>(steps);
 }
 
-double CountDistinct(std::vector<double> values)
+// How far along a curve through 2^16 x 2^16 cells one of them comes (Hilbert 1891).
+std::uint32_t PlaceOnCurve(std::uint32_t column, std::uint32_t row)
 {
-    std::sort(values.begin(), values.end());
-    return static_cast<double>(std::unique(values.begin(), values.end()) - values.begin());
-}
-
-// The sample meets nearly all columns and rows of a grid. Multiplied, that is about the number of its points; of points
-// that lie anywhere it would be sixteen times as many.
-bool AreOfGrid(const std::vector<Position>& vertices)
-{
-    std::vector<double> x, y;
-    for (std::size_t i = 0; i < vertices.size(); i += SampleStride(vertices)) {
-        x.push_back(vertices[i].x);
-        y.push_back(vertices[i].y);
+    std::uint32_t place = 0;
+    for (std::uint32_t half = 1u << 15; half > 0; half /= 2) {
+        const bool right = (column & half) != 0, upper = (row & half) != 0;
+        place = 4 * place + (right ? (upper ? 2 : 3) : (upper ? 1 : 0));
+        if (upper) continue;
+        if (right) {   // only the bits below half count from here on
+            column = ~column;
+            row = ~row;
+        }
+        std::swap(column, row);
     }
-    return CountDistinct(std::move(x)) * CountDistinct(std::move(y)) <=
-           4.0 * static_cast<double>(vertices.size());
+    return place;
+}
+
+std::vector<int> AlongCurve(const std::vector<Position>& vertices, const Frame& frame)
+{
+    const double cells = 65535.0 / std::max(frame.width, frame.height);
+    std::vector<std::pair<std::uint32_t, int>> placed;
+    placed.reserve(vertices.size());
+    for (const Position& p : vertices) {
+        placed.emplace_back(PlaceOnCurve(static_cast<std::uint32_t>((p.x - frame.left) * cells),
+                                         static_cast<std::uint32_t>((p.y - frame.bottom) * cells)),
+                            static_cast<int>(placed.size()));
+    }
+    std::sort(placed.begin(), placed.end());
+    std::vector<int> order;
+    order.reserve(placed.size());
+    for (const auto& [place, vertex] : placed) {
+        order.push_back(vertex);
+    }
+    return order;
 }
 
 }   // namespace
 
 FeedingOrder::FeedingOrder(const std::vector<Position>& vertices)
 {
-    if (vertices.size() < kFewest || !AreInNoOrder(vertices) || !AreOfGrid(vertices)) return;
-    m_vertices.resize(vertices.size());
-    std::iota(m_vertices.begin(), m_vertices.end(), 0);
-    std::sort(m_vertices.begin(), m_vertices.end(), [&vertices](int i, int j) {
-        const Position &a = vertices[static_cast<std::size_t>(i)], &b = vertices[static_cast<std::size_t>(j)];
-        return a.y != b.y ? a.y < b.y : a.x < b.x;
-    });
-    m_places.resize(vertices.size());
+    if (vertices.size() < kFewest) return;
+    const Frame frame = FrameOf(vertices);
+    if (AreInOrder(vertices, frame)) return;
+    m_vertices = AlongCurve(vertices, frame);
+    m_places.resize(m_vertices.size());
     for (std::size_t place = 0; place < m_vertices.size(); ++place) {
         m_places[static_cast<std::size_t>(m_vertices[place])] = static_cast<int>(place);
     }
@@ -81,7 +91,7 @@ FeedingOrder::FeedingOrder(const std::vector<Position>& vertices)
 
 void FeedingOrder::RestoreNumbers(CTin& tin) const
 {
-    if (!IsByRows()) return;
+    if (!IsAlongCurve()) return;
     const auto numberOf = [this](int place) {
         return place >= 0 && static_cast<std::size_t>(place) < m_vertices.size() ? VertexAt(place) : place;
     };

@@ -115,7 +115,7 @@ Terrain BuildTerrain(const PreparedSurvey& survey, double eps, double trimDegree
         FindCrossings(survey.lines, survey.vertices);   // refuses too many
     const FeedingOrder order(survey.vertices);
     Terrain terrain{TriangulateWithLines(survey, order, eps), survey.origin, survey.lines, crossings, {}, {}};
-    terrain.fedByRows = order.IsByRows();
+    terrain.fedAlongCurve = order.IsAlongCurve();
     terrain.surveyVertices = static_cast<int>(survey.vertices.size());
     // Corners stay, so that something is always left.
     if (trimDegrees > 0.0) terrain.tin.DelTriWithAngle(trimDegrees * kRadiansPerDegree, 1);

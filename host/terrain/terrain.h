@@ -25,7 +25,7 @@ struct Terrain {
 
     int surveyVertices =
         0;   ///< so many of the first vertices were surveyed; the others came with breaklines
-    bool fedByRows = false;   ///< to the library, not in the order of the survey (FeedingOrder)
+    bool fedAlongCurve = false;   ///< to the library, not in the order of the survey (FeedingOrder)
 };
 
 /// Triangulates a survey with its breaklines and trims it.
