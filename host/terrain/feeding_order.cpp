@@ -95,11 +95,9 @@ void FeedingOrder::RestoreNumbers(CTin& tin) const
     const auto numberOf = [this](int place) {
         return place >= 0 && static_cast<std::size_t>(place) < m_vertices.size() ? VertexAt(place) : place;
     };
-    for (CArray<CXYZ>* const ofVertices : {&tin.m_aVertex, &tin.m_aVtNormal}) {
-        const CArray<CXYZ> fed = *ofVertices;
-        for (int place = 0; place < fed.GetSize(); ++place) {
-            (*ofVertices)[numberOf(place)] = fed[place];
-        }
+    const CArray<CXYZ> fed = tin.m_aVertex;
+    for (int place = 0; place < fed.GetSize(); ++place) {
+        tin.m_aVertex[numberOf(place)] = fed[place];
     }
     const auto renumber = [&numberOf](CArray<int>& vertices) {
         for (int i = 0; i < vertices.GetSize(); ++i) {

@@ -30,8 +30,8 @@ public:
         return IsAlongCurve() ? m_places[static_cast<std::size_t>(vertex)] : vertex;
     }
 
-    /// Gives the vertices of a TIN that was fed in this order the numbers they came with. Those that it has more, behind
-    /// these, keep theirs.
+    /// Gives the vertices of a TIN that was fed in this order, and has no normals yet, the numbers they came with. Those
+    /// that it has more, behind these, keep theirs.
     void RestoreNumbers(CTin& tin) const;
 
 private:
