@@ -45,6 +45,9 @@ TEST(SurveyText, ReadsEverySeparatorAndLineEnd)
         "\357\273\27710.5 -20 3 oak, big; old\n11.5\t  -21 4\n",
         "  10.5 , -2e1 , +3 \n\"11.5\",\"-21\",\"4\"\n",
         "# a comment\n\n10.5 -20 3\n11.5 -21 4 # the wall\n",
+        "10,5;-20;3\r\n\"11,5\";-21;4,0",
+        "10,5\t-20,000\t3\n11,5\t-21\t4\n",
+        "10,5 -20 3\n11,5 -21 4,\n",
     };
     for (const char* const text : aText) {
         SCOPED_TRACE(text);
@@ -73,6 +76,8 @@ TEST(SurveyText, FindsTheColumns)
         {"1000 9 2000 9 30\n", "x-y-z", "x - y - z (--order)"},
         {"Point;Northing;Easting;Elevation;Code\nP1;2000;1000;30;oak\n", "",
          "point y x z description (heading)"},
+        {"Nr;Rechtswert;Hochwert;H\303\266he\n7;1000,0;2000,0;30\n", "",
+         "point x y z (heading), decimals behind a comma"},
         {"Y [m]\tX [m]\tH [m]\n2000\t1000\t30\n", "", "y x z (heading)"},
         {"East North Elev\n1000,2000,30\n", "", "x y z (heading)"},
         {"# point,northing,easting,elevation,desc (feet)\n1,2000,1000,30,oak\n", "",
@@ -105,12 +110,14 @@ TEST(SurveyText, SaysWhatIsWrongWithALineAndReadsTheOthers)
                                    "nan 0 1\n"
                                    "0 1e999 1\n"
                                    "0 1 1e16\n"
+                                   "0.0 0 3\n"
                                    "21,5 1 2\n"
+                                   "0 1,234.5 2\n"
                                    "0x10 1 2\n"
                                    "\n"
                                    "0 1 2\n");
-    ASSERT_EQ(read.file.points.size(), 2u);
-    ExpectPoint(read.file, 1, 0.0, 1.0, 2.0, 10);
+    ASSERT_EQ(read.file.points.size(), 3u);
+    ExpectPoint(read.file, 2, 0.0, 1.0, 2.0, 12);
     const struct {
         int line;
         const char* reason;
@@ -120,15 +127,20 @@ TEST(SurveyText, SaysWhatIsWrongWithALineAndReadsTheOthers)
         {4, "\"nan\" is not a finite number"},
         {5, "\"1e999\" is not a finite number"},
         {6, "\"1e16\" is too large for a coordinate"},
-        {7, "\"21,5\" is not a number (write decimals with a point)"},
-        {8, "\"0x10\" is not a number"},
+        {8, "\"21,5\" is not a number (write decimals with a point)"},
+        {9, "\"1,234.5\" is not a number (write thousands without a mark)"},
+        {10, "\"0x10\" is not a number"},
     };
     ASSERT_EQ(read.bad.size(), std::size(aExpected));
     for (std::size_t i = 0; i < read.bad.size(); ++i) {
         EXPECT_EQ(read.bad[i].line, aExpected[i].line);
         EXPECT_EQ(read.bad[i].reason, aExpected[i].reason);
     }
-    EXPECT_EQ(ReadPoints("1;21,5;22,5;3,5\n").bad.size(), 1u) << "decimal commas are not read as separators";
+    EXPECT_EQ(ReadPoints("0 0 1\n0,5 1 2\n0 1.5 2\n0 1 2,5\n").bad.at(0).reason,
+              "\"1.5\" is not a number (decimals before it stand behind a comma)");
+    EXPECT_EQ(ReadPoints("\"1,000\",\"2,000\",\"30\"\n").bad.size(), 1u) << "perhaps thousands";
+    EXPECT_EQ(ReadPoints("lon,lat,hgt\n0,1,2\n").bad.at(0).reason,
+              "\"lon\" is not a number (a heading in words unknown here? --order tells the columns)");
 }
 
 TEST(SurveyText, RefusesWhatIsNoText)

@@ -51,7 +51,7 @@ private:
 BreaklineFile ReadBreaklines(TextFile& text, std::vector<BadLine>& badLines)
 {
     BlockList blocks(text.Path());
-    PointRows rows(std::nullopt, "a heading such as x y z to change");
+    PointRows rows(std::nullopt, "a heading such as x y z");
     const std::size_t badBefore = badLines.size();
     Position at;
     std::string reason;

@@ -4,6 +4,8 @@
 
 #include <fast_float/fast_float.h>
 
+#include <string>
+
 namespace qsvtin {
 
 namespace {
@@ -64,6 +66,15 @@ bool ParseNumber(std::string_view field, double& value)
     const char* const end = field.data() + field.size();
     const auto result = fast_float::from_chars(field.data(), end, value);
     return result.ec == std::errc() && result.ptr == end;
+}
+
+bool ParseWithDecimalComma(std::string_view field, double& value)
+{
+    const std::size_t comma = field.find(',');
+    if (comma == std::string_view::npos || field.find('.') != std::string_view::npos) return false;
+    std::string withPoint(field);
+    withPoint[comma] = '.';
+    return ParseNumber(withPoint, value);
 }
 
 }   // namespace qsvtin

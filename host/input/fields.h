@@ -16,6 +16,9 @@ void SplitFields(std::string_view line, Separator separator, std::vector<std::st
 /// Reads a number that fills the whole field, in the notation of C without hexadecimals.
 /// @return false when the field is anything else. The value may be infinite or not a number.
 bool ParseNumber(std::string_view field, double& value);
+/// The same for a number whose decimals stand behind a comma, 12,5.
+/// @return false, too, for a number without a comma
+bool ParseWithDecimalComma(std::string_view field, double& value);
 
 }   // namespace qsvtin
 

@@ -10,7 +10,7 @@ PointFile ReadSurveyPoints(TextFile& text, const std::optional<ColumnOrder>& ord
 {
     PointFile file;
     file.path = text.Path();
-    PointRows rows(order, "--order to change");
+    PointRows rows(order, "--order");
     const std::size_t badBefore = badLines.size();
     bool read = false;
     Position at;
