@@ -86,6 +86,35 @@ TEST_F(TinFile, TellsCountsRangesAndAreasWhereverTheSurveyLies)
     EXPECT_EQ(Run("area far.tin").out, "plan area           82.027\nsurface area        82.027\n");
 }
 
+// A slope z = x over 10 by 10, and a pyramid 6 high over 10 by 10: every way in which
+// a level cuts a triangle or does not.
+TEST_F(TinFile, TellsVolumesAboveAndBelowALevel)
+{
+    Put("slope.txt", "0 0 0\n10 0 10\n10 10 10\n0 10 0\n");
+    Put("tent.txt", "0 0 0\n10 0 0\n10 10 0\n0 10 0\n5 5 6\n");
+    const struct {
+        const char* survey;
+        double level, above, areaAbove, below;
+    } aCase[] = {
+        {"slope.txt", 4.0, 180.0, 60.0, 80.0}, {"slope.txt", -1.0, 600.0, 100.0, 0.0},
+        {"slope.txt", 10.0, 0.0, 0.0, 500.0},  {"tent.txt", 0.0, 200.0, 100.0, 0.0},
+        {"tent.txt", 3.0, 25.0, 25.0, 125.0},   // a pyramid half as wide and high; 300 - (200 - 25)
+    };
+    for (const auto& c : aCase) {
+        SCOPED_TRACE(std::string(c.survey) + " at " + std::to_string(c.level));
+        ASSERT_EQ(Run("build " + std::string(c.survey) + " -o t.tin").status, 0);
+        const auto level = Report("area t.tin --level " + std::to_string(c.level))["level"];
+        EXPECT_NEAR(level["volume_above"].get<double>(), c.above, 1e-9);
+        EXPECT_NEAR(level["plan_area_above"].get<double>(), c.areaAbove, 1e-9);
+        EXPECT_NEAR(level["volume_below"].get<double>(), c.below, 1e-9);
+        EXPECT_NEAR(level["plan_area_below"].get<double>(), 100.0 - c.areaAbove, 1e-9);
+    }
+    EXPECT_EQ(Run("area t.tin --level 3").out, "plan area           100.000\nsurface area        156.205\n"
+                                               "above 3.000         25.000 over a plan area of 25.000\n"
+                                               "below 3.000         125.000 over a plan area of 75.000\n");
+    EXPECT_EQ(Run("area t.tin --level nan").status, 2);
+}
+
 TEST_F(TinFile, ConvertsBetweenFormsWithoutLosingABit)
 {
     // Nothing here comes from this program: a ring as outline, texture coordinates, a vertex that no triangle uses.

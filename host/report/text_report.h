@@ -6,10 +6,12 @@
 
 namespace qsvtin {
 
-/// A number for people, with this many decimals.
+/// A number for people, with this many decimals. What rounds to zero has no sign.
 std::string Fixed(double value, int decimals);
-/// A coordinate, length or area for people: three decimals.
+/// A coordinate for people: three decimals.
 std::string Coordinate(double value);
+/// A length, area or volume for people: three decimals, or three digits where those would show fewer.
+std::string Measure(double value);
 
 /// A report for people: names to the left, what belongs to them in a column of its own, more lines below
 /// without a name.
