@@ -110,7 +110,8 @@ TEST_F(Exchange, LandXmlKeepsTheOutline)
 TEST_F(Exchange, ConvertKeepsTheLinesOfAModel)
 {
     Put("m.obj", "v 0 0 0\nv 2 -4 0\nv 4 0 1\nv 2 4 0\nf 1 2 3\nf 1 3 4\nl 1 3\nl 1 2 3 4 1\n");
-    for (const char* const to : {"a.obj", "a.xml", "a.dxf", "a.geojson", "a.svg"}) {
+    EXPECT_NE(Run("convert m.obj a.xml").err.find("the file says meter; --units"), std::string::npos);
+    for (const char* const to : {"a.obj", "a.xml --units foot", "a.dxf", "a.geojson", "a.svg"}) {
         EXPECT_EQ(Run("convert m.obj " + std::string(to)).err, "") << to;
     }
     EXPECT_NE(Get("a.obj").find("\nl 1 3\nl 1 2 3 4 1\n"), std::string::npos);

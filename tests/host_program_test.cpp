@@ -167,6 +167,17 @@ TEST_F(Program, TellsWhenPointsInLineFoldTheSurface)
     EXPECT_EQ(Run("check line.tin").status, 0);
 }
 
+// A field in longitude and latitude; the same heights on a local grid, where they are steep but can be.
+TEST_F(Program, TellsWhenCoordinatesLookLikeDegrees)
+{
+    Put("degrees.txt", "24.1001 60.2001 10\n24.1009 60.2002 11\n24.1003 60.2008 14\n");
+    const Result degrees = Run("build degrees.txt -o a.tin");
+    EXPECT_NE(degrees.err.find("x and y look like degrees"), std::string::npos) << degrees.err;
+    EXPECT_NE(degrees.out.find("plan area           2.7e-07\n"), std::string::npos) << degrees.out;
+    Put("local.txt", "1 1 10\n9 2 11\n3 8 14\n");
+    EXPECT_EQ(Run("build local.txt -o a.tin").err, "");
+}
+
 // Ridges and a fault valley surveyed beside a grid of posts.
 TEST_F(Program, BuildsTheSampleTerrain)
 {

@@ -114,6 +114,18 @@ void TellFolds(const CTin& tin)
          "); --trim-angle 0.1 or --eps 0.001 mends most such folds, and qsvtin check tells where they are");
 }
 
+// Heights ten times as far apart as everything in plan is wide: that is no ground, but may be longitude and
+// latitude beside heights in meters.
+void TellDegrees(const BuildReport& report)
+{
+    const Position &low = report.low, &high = report.high;
+    const bool canBeDegrees = low.x >= -180.0 && high.x <= 180.0 && low.y >= -90.0 && high.y <= 90.0;
+    const double width = std::max(high.x - low.x, high.y - low.y);
+    if (!canBeDegrees || high.z - low.z <= 10.0 * width) return;
+    Note("x and y look like degrees beside these heights: areas, slopes and triangles mean nothing; project "
+         "the points to meters or feet first");
+}
+
 void RunBuild(BuildOptions options)
 {
     CheckOptions(options);
@@ -134,6 +146,7 @@ void RunBuild(BuildOptions options)
     BuildReport report = MakeBuildReport(survey, prepared, terrain);
     report.cutOff = cut;
     TellFolds(terrain.tin);
+    TellDegrees(report);
     stopwatch.Enter("write");
     UpdateStoredParts(terrain.tin);
     WriteAll(terrain, write, options.outputs.paths);

@@ -1,6 +1,7 @@
 #include "host/exchange/landxml.h"
 #include "host/exchange/xml_text.h"
 #include "host/extension.h"
+#include "host/say.h"
 #include "host/terrain/outline_rings.h"
 #include "host/terrain/plan_ring.h"
 #include "host/terrain/terrain.h"
@@ -120,6 +121,11 @@ void AddList(TextSink& sink, const Terrain& terrain, const std::vector<int>& ver
 LandXmlWriter::LandXmlWriter(const WriteOptions& options, SafeFile& file)
     : m_sink(file), m_description(AsXml(options.title)), m_unit(options.unit)
 {
+    if (m_unit == LengthUnit::Unknown) {
+        Note("LandXML states a unit, and that of the input is not known: the file says meter; --units of "
+             "qsvtin "
+             "build or convert tells another");
+    }
     const std::time_t time = TimeOfDocument();
     m_sink << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
               "<LandXML xmlns=\"http://www.landxml.org/schema/LandXML-1.2\" "

@@ -103,8 +103,8 @@ void AddMesh(const BuildReport& report, TextReport& text)
     text.Line("x", range(report.low.x, report.high.x));
     text.Line("y", range(report.low.y, report.high.y));
     text.Line("z", range(report.low.z, report.high.z));
-    text.Line("plan area", Coordinate(report.planArea));
-    text.Line("surface area", Coordinate(report.surfaceArea));
+    text.Line("plan area", Measure(report.planArea));
+    text.Line("surface area", Measure(report.surfaceArea));
 }
 
 void AddSeconds(const BuildReport& report, TextReport& text)

@@ -13,12 +13,12 @@ void AddFacts(const TinFacts& facts, TextReport& text)
     text.Line("triangles",
               number(facts.triangles) + (found.walls > 0 ? " (" + number(found.walls) + " upright)" : ""));
     text.Line("pieces", number(facts.pieces));
-    text.Line("outline", number(facts.outlineEdges) + " edges, " + Coordinate(facts.outlineLength) + " long");
+    text.Line("outline", number(facts.outlineEdges) + " edges, " + Measure(facts.outlineLength) + " long");
     text.Line("x", range(facts.low.x, facts.high.x));
     text.Line("y", range(facts.low.y, facts.high.y));
     text.Line("z", range(facts.low.z, facts.high.z));
-    text.Line("plan area", Coordinate(facts.planArea));
-    text.Line("surface area", Coordinate(facts.surfaceArea));
+    text.Line("plan area", Measure(facts.planArea));
+    text.Line("surface area", Measure(facts.surfaceArea));
     text.Line("sound", DescribeSoundness(found));
 }
 
@@ -46,7 +46,7 @@ void AddStated(const StatedAreas& stated, const TinFacts& facts, TextReport& tex
     const auto add = [&](const char* name, std::optional<double> area, double measured) {
         if (!area) return;
         text.Line(name,
-                  Coordinate(*area) + ", that of the triangles differs by " + Coordinate(measured - *area));
+                  Measure(*area) + ", that of the triangles differs by " + Coordinate(measured - *area));
     };
     add("stated plan area", stated.plan, facts.planArea);
     add("stated surface area", stated.surface, facts.surfaceArea);
