@@ -31,7 +31,7 @@ void RunInfo(const InfoOptions& options)
         if (only >= 0 && i != only) continue;
         Terrain terrain = LocalTerrain(file.tins[i], false);
         const TinFacts facts = MeasureTerrain(terrain);
-        text.Line("TIN " + std::to_string(i + 1), Quoted(facts.name));
+        text.Line("TIN " + std::to_string(i + 1), QuotedName(facts.name));
         AddFacts(facts, text);
         if (!file.stated.empty()) AddStated(file.stated[static_cast<std::size_t>(i)], facts, text);
         Json tin = {{"number", i + 1}, {"name", facts.name}};

@@ -43,7 +43,7 @@ void TellEqualNames(const CArray<CTin, CTin&>& tins)
     for (int i = 0; i < tins.GetSize(); ++i) {
         const std::string name = tins[i].m_strName.GetString();
         if (!names.insert(name).second) {
-            Note("more than one TIN is named " + Quoted(name) + "; choose between them by number");
+            Note("more than one TIN is named " + QuotedName(name) + "; choose between them by number");
             return;
         }
     }
@@ -67,7 +67,7 @@ void RunJoin(const JoinOptions& options)
     for (int i = 0; i < tins.GetSize(); ++i) {
         const std::string name = tins[i].m_strName.GetString();
         text.Line("TIN " + std::to_string(i + 1),
-                  Quoted(name) + ", " + std::to_string(tins[i].GetTriSize()) + " triangles");
+                  QuotedName(name) + ", " + std::to_string(tins[i].GetTriSize()) + " triangles");
         json["tins"].push_back({{"number", i + 1}, {"name", name}, {"triangles", tins[i].GetTriSize()}});
     }
     text.Line("written", options.output);

@@ -28,7 +28,7 @@ std::string NamesOfSurfaces(const ExchangeFile& file)
     constexpr std::size_t kShown = 20;
     std::string names;
     for (std::size_t i = 0; i < file.surfaces.size() && i < kShown; ++i) {
-        names += (i > 0 ? ", " : "") + Quoted(file.surfaces[i].name);
+        names += (i > 0 ? ", " : "") + QuotedName(file.surfaces[i].name);
     }
     return names + AndMore(file.surfaces.size(), kShown);
 }

@@ -69,11 +69,17 @@ bool StartsWith(std::string_view text, std::string_view start)
 std::string Quoted(std::string_view text)
 {
     constexpr std::size_t kReadable = 40;
+    const std::string whole = QuotedName(text.substr(0, kReadable));
+    return text.size() > kReadable ? whole.substr(0, whole.size() - 1) + "...\"" : whole;
+}
+
+std::string QuotedName(std::string_view name)
+{
     std::string quoted = "\"";
-    for (const char c : text.substr(0, kReadable)) {
+    for (const char c : name) {
         quoted += static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? '?' : c;
     }
-    return quoted + (text.size() > kReadable ? "...\"" : "\"");
+    return quoted + "\"";
 }
 
 std::string AndMore(std::size_t count, std::size_t shown)

@@ -38,6 +38,8 @@ private:
 
 /// A field as it may stand in a message: quoted, cut to a readable length, control characters replaced.
 std::string Quoted(std::string_view text);
+/// The same in full, for a name that an option takes.
+std::string QuotedName(std::string_view name);
 
 /// What to say behind a list that names only the first so many: " and 7 more", or nothing.
 std::string AndMore(std::size_t count, std::size_t shown);

@@ -171,7 +171,7 @@ int ChooseTin(const TinFile& file, const std::string& wanted)
     if (wanted.empty()) {
         if (count > 1) {
             Note(file.path + " holds " + std::to_string(count) + " TINs; this is the first, " +
-                 Quoted(file.tins[0].m_strName.GetString()) + " (--tin to choose)");
+                 QuotedName(file.tins[0].m_strName.GetString()) + " (--tin to choose)");
         }
         return 0;
     }

@@ -51,10 +51,13 @@ void FindRange(PlanView& view)
 
 std::string Counts(const PlanView& view)
 {
-    std::string text = std::to_string(view.vertices.size()) + " vertices,  " +
-                       std::to_string(view.triangles.size()) + " triangles";
-    if (!view.lines.empty()) text += ",  " + std::to_string(view.lines.size()) + " breaklines";
-    if (!view.crossings.empty()) text += ",  " + std::to_string(view.crossings.size()) + " crossings";
+    const auto several = [](std::size_t count, const std::string& thing) {
+        return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+    };
+    std::string text =
+        std::to_string(view.vertices.size()) + " vertices,  " + several(view.triangles.size(), "triangle");
+    if (!view.lines.empty()) text += ",  " + several(view.lines.size(), "breakline");
+    if (!view.crossings.empty()) text += ",  " + several(view.crossings.size(), "crossing");
     return text;
 }
 

@@ -94,9 +94,9 @@ void RequireSurface(const std::vector<Position>& vertices, double eps)
         return std::fabs(dx * (p.y - start.y) - dy * (p.x - start.x)) <= eps * std::hypot(dx, dy);
     });
     if (onOneLine) {
-        throw Failure(
-            "all " + std::to_string(vertices.size()) +
-            " points lie on one line; a surface needs points beside it (are the columns right? see --order)");
+        throw Failure("all " + std::to_string(vertices.size()) +
+                      " points lie on one line; a surface needs points beside it (are the columns right? a "
+                      "heading or --order of qsvtin build tells them)");
     }
 }
 

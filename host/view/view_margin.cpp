@@ -13,7 +13,8 @@ namespace {
 std::string DescribeView(const Scene& scene, const PictureOptions& options)
 {
     const View& view = options.view;
-    std::string text = std::to_string(scene.groundTriangles) + " triangles";
+    std::string text =
+        std::to_string(scene.groundTriangles) + (scene.groundTriangles == 1 ? " triangle" : " triangles");
     if (!view.IsPlan()) {
         text += ",  seen from " + Shortest(view.azimuth) + "\u00B0, " + Shortest(view.elevation) +
                 "\u00B0 above the horizon";
