@@ -22,7 +22,11 @@ protected:
         WritePage(terrain, options, file);
         file.Finish();
         file.TakePlace();
-        const std::string page = Get("page.html");
+        return DataOf(Get("page.html"));
+    }
+
+    static nlohmann::json DataOf(const std::string& page)
+    {
         const std::size_t around = kPageBeforeTerrain.size() + kPageAfterTerrain.size();
         const std::string data = page.substr(kPageBeforeTerrain.size(), page.size() - around);
         EXPECT_EQ(data.find('<'), std::string::npos) << "would end the script";
@@ -86,6 +90,25 @@ TEST_F(Viewer, PageHoldsEveryDigit)
     ASSERT_EQ(points.size(), 6u);
     EXPECT_EQ(points[3] + originX, line.points[1].x);
     EXPECT_EQ(points[5], 6.0);
+}
+
+// As in pictures: a line high above the hill is seen on it, from triangle to triangle, and ends where it ends.
+TEST_F(Viewer, LaysLinesOnTheGround)
+{
+    if (!HasViewer()) GTEST_SKIP() << "built without the viewer";
+    Put("hill.txt", "0 0 0\n10 0 10\n10 10 10\n0 10 0\n");
+    Put("line.txt", "2 5 500\n18 5 500\n");
+    ASSERT_EQ(Run("build hill.txt -o hill.tin").status, 0);
+    ASSERT_EQ(Run("view hill.tin --breaklines line.txt -o hill.html").status, 0);
+    const auto data = DataOf(Get("hill.html"));
+    ASSERT_EQ(data["lines"].size(), 1u);
+    const auto points = Decoded<double>(data["lines"][0]);
+    ASSERT_EQ(points.size(), 9u) << "two ends and a corner at the diagonal";
+    for (std::size_t i = 0; i < 3; ++i) {
+        const double x = i == 0 ? 2.0 : i == 1 ? 5.0 : 10.0;
+        EXPECT_NEAR(points[3 * i], x, 1e-9);
+        EXPECT_NEAR(points[3 * i + 2], x, 1e-9) << "the hill is z = x";
+    }
 }
 
 TEST_F(Viewer, TellsWhatIsWrong)

@@ -1,17 +1,14 @@
 #include "host/commands/render.h"
 
+#include "host/commands/ground_lines.h"
 #include "host/extension.h"
 #include "host/failure.h"
-#include "host/input/survey.h"
 #include "host/output/safe_file.h"
-#include "host/say.h"
-#include "host/view/drape.h"
 #include "host/view/view_options.h"
 #include "host/view/view_picture.h"
 
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace qsvtin {
@@ -35,15 +32,6 @@ std::vector<std::string> InputsOf(const RenderOptions& options)
     return inputs;
 }
 
-std::vector<Path> ReadPaths(const std::vector<std::string>& files, LengthUnit unit)
-{
-    std::vector<Path> paths;
-    for (Breakline& line : ReadLines(files, unit).breaklines) {
-        paths.push_back(std::move(line.points));
-    }
-    return paths;
-}
-
 void RunRender(const RenderOptions& options)
 {
     PictureOptions picture = options.view.Picture();
@@ -52,12 +40,7 @@ void RunRender(const RenderOptions& options)
     RefuseInput(options.output, InputsOf(options));
     CheckTarget(options.output);
     Scene scene = options.view.ReadScene();
-    const std::vector<Path> lines = ReadPaths(options.breaklines, scene.unit);
-    scene.breaklines = Drape(scene, lines);
-    if (!lines.empty() && scene.breaklines.empty()) {
-        Note("no breakline of " + options.breaklines.front() +
-             " lies on the terrain; are they of this place?");
-    }
+    scene.breaklines = ReadGroundLines(scene, options.breaklines);
     if (!options.texture.empty()) scene.texture.emplace(options.texture);
     picture.title = OnOneLine(options.title.empty() ? StemOf(options.view.tin.file) : options.title);
     SafeFile file(options.output);

@@ -1,14 +1,17 @@
 #include "host/commands/view.h"
 
+#include "host/commands/ground_lines.h"
 #include "host/commands/options.h"
 #include "host/extension.h"
 #include "host/failure.h"
-#include "host/input/survey.h"
 #include "host/output/writers.h"
 #include "host/terrain/loaded.h"
 #include "host/viewer/page.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
+#include <optional>
 
 namespace qsvtin {
 
@@ -42,14 +45,27 @@ void CheckOptions(const ViewPageOptions& options)
     CheckTarget(options.output);
 }
 
+std::vector<Breakline> LinesOnGround(const TinFile& file, int tin, const std::vector<std::string>& files)
+{
+    std::vector<Breakline> lines;
+    if (files.empty()) return lines;
+    Scene scene = MakeScene(file.tins[tin], 1.0, std::nullopt);
+    scene.unit = file.unit;
+    for (const Path& path : ReadGroundLines(scene, files)) {
+        Breakline& line = lines.emplace_back();
+        std::transform(path.begin(), path.end(), std::back_inserter(line.points),
+                       [&](const Position& at) { return scene.ToSurvey(at); });
+    }
+    return lines;
+}
+
 void RunView(const ViewPageOptions& options)
 {
     CheckOptions(options);
     const TinFile file = ReadTins(options.choice.file);
     const int chosen = ChooseTin(file, options.choice.tin);
     RequireUsable(file, chosen);
-    PageOptions page{options.title, options.exaggeration,
-                     ReadLines(options.breaklines, file.unit).breaklines};
+    PageOptions page{options.title, options.exaggeration, LinesOnGround(file, chosen, options.breaklines)};
     if (page.title.empty()) page.title = StemOf(options.choice.file);
     const Terrain terrain = LocalTerrain(file.tins[chosen], true);
     WriteFiles({{options.output, [&](SafeFile& to) { WritePage(terrain, page, to); }}});
