@@ -35,7 +35,7 @@ constexpr std::array kCommands = {
     qsvtin::Command{"info", "Tell what a TIN file holds", qsvtin::DeclareInfo},
     qsvtin::Command{"check", "Find every fault of a TIN file", qsvtin::DeclareCheck},
     qsvtin::Command{"height", "Tell heights of the surface", qsvtin::DeclareHeight},
-    qsvtin::Command{"area", "Tell the area of the surface", qsvtin::DeclareArea},
+    qsvtin::Command{"area", "Tell areas and volumes of the surface", qsvtin::DeclareArea},
     qsvtin::Command{"render", "Draw a TIN from any direction", qsvtin::DeclareRender},
     qsvtin::Command{"pick", "Tell what lies under a pixel of a drawn TIN", qsvtin::DeclarePick},
     qsvtin::Command{"view", "Write a page that shows a TIN in a browser", qsvtin::DeclareView},
