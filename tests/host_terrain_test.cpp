@@ -197,6 +197,29 @@ TEST(Crossings, OfAllLinesWithEachOtherAreRefused)
     EXPECT_EQ(FindCrossings(lines, vertices).size(), 17955u);
 }
 
+// Twenty lines through a place beside the centre of the survey; with a common vertex there they are no knot.
+TEST(Crossings, OfManyLinesAtOnePlaceAreRefused)
+{
+    const Position hub = {40.3, 61.7, 0.0};
+    std::vector<std::vector<Position>> lines;
+    for (int i = 0; i < 20; ++i) {
+        const double angle = 0.157 * i, x = std::round(3e4 * std::cos(angle)) / 1e3,
+                     y = std::round(3e4 * std::sin(angle)) / 1e3;
+        lines.push_back({{hub.x - x, hub.y - y, 0.0}, {hub.x + x, hub.y + y, 0.0}});
+    }
+    try {
+        Build(Survey(Grid(101), lines));
+        ADD_FAILURE() << "not refused";
+    } catch (const Failure& failure) {
+        EXPECT_NE(std::string(failure.what()).find("at 40.3 61.7; give them a point"), std::string::npos)
+            << failure.what();
+    }
+    for (auto& line : lines) {
+        line.insert(line.begin() + 1, hub);
+    }
+    EXPECT_TRUE(Build(Survey(Grid(101), lines))->report.crossings.empty());
+}
+
 // The corner (0, 0) belongs to one triangle. A line that comes along the hull and turns there is not followed
 // any further by the library, whose walk finds no way around the corner.
 TEST(Terrain, FollowsALineBeyondACornerOfOneTriangle)

@@ -1,10 +1,12 @@
 #include "host/terrain/crossings.h"
 
 #include "host/failure.h"
+#include "host/numbers.h"
 #include "host/query/box_tree.h"
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -46,6 +48,17 @@ double Along(double from, double to, double fraction)
     return from + fraction * (to - from);
 }
 
+double MeanLength(const std::vector<Segment>& segments, const std::vector<Position>& vertices)
+{
+    double sum = 0.0;
+    for (const Segment& s : segments) {
+        const Position &a = vertices[static_cast<std::size_t>(s.start)],
+                       &b = vertices[static_cast<std::size_t>(s.end)];
+        sum += std::hypot(b.x - a.x, b.y - a.y);
+    }
+    return sum / static_cast<double>(segments.size());
+}
+
 // Segments cut into pieces that are not much longer than most, so that little stands in the rectangle about a long
 // slanting one that is not near it.
 struct Pieces {
@@ -60,11 +73,7 @@ Pieces CutIntoPieces(const std::vector<Segment>& segments, const std::vector<Pos
     const auto length = [&](const Segment& s) {
         return std::hypot(end(s).x - start(s).x, end(s).y - start(s).y);
     };
-    double sum = 0.0;
-    for (const Segment& s : segments) {
-        sum += length(s);
-    }
-    const double most = sum / static_cast<double>(segments.size());
+    const double most = MeanLength(segments, vertices);
     Pieces pieces;
     for (std::size_t i = 0; i < segments.size(); ++i) {
         const Position a = start(segments[i]), b = end(segments[i]);
@@ -159,6 +168,34 @@ std::vector<Crossing> FindCrossings(const std::vector<SurveyLine>& lines,
                               CrossingLine{t.line, t.segment, Along(c.z, d.z, alongT)}}});
     }
     return crossings;
+}
+
+namespace {
+
+std::string ToThousandths(double value)
+{
+    return Shortest(std::round(value * 1000.0) / 1000.0);
+}
+
+}   // namespace
+
+// Counts crossings by cells. However the sides of cells cut through a knot of twenty lines, a cell holds enough of them.
+void RefuseKnots(const std::vector<Crossing>& crossings, const std::vector<SurveyLine>& lines,
+                 const std::vector<Position>& vertices, const LocalOrigin& origin)
+{
+    constexpr std::size_t kLines = 10, kMost = kLines * (kLines - 1) / 2;
+    constexpr double kCellsPerLength = 1000.0;
+    if (crossings.size() <= kMost) return;
+    const double cells = kCellsPerLength / MeanLength(AllSegments(lines), vertices);
+    std::map<std::pair<double, double>, std::size_t> counts;
+    for (const Crossing& crossing : crossings) {
+        if (++counts[{std::floor(crossing.x * cells), std::floor(crossing.y * cells)}] > kMost) {
+            const Position at = origin.ToSurvey({crossing.x, crossing.y, 0.0});
+            throw Failure("more than " + std::to_string(kLines) + " lines cross each other at " +
+                          ToThousandths(at.x) + " " + ToThousandths(at.y) +
+                          "; give them a point there in common, or leave out some");
+        }
+    }
 }
 
 }   // namespace qsvtin

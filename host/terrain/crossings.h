@@ -2,6 +2,7 @@
 #define QSVTIN_TERRAIN_CROSSINGS_H
 
 #include "host/position.h"
+#include "host/terrain/local_origin.h"
 #include "host/terrain/survey_line.h"
 
 #include <array>
@@ -30,6 +31,11 @@ struct Crossing {
 /// 20,000 times and four times a segment.
 std::vector<Crossing> FindCrossings(const std::vector<SurveyLine>& lines,
                                     const std::vector<Position>& vertices);
+
+/// Throws Failure when ten lines or more cross each other at one place, which is none of their vertices: they would be
+/// enforced through slivers among which they can be caught for hours.
+void RefuseKnots(const std::vector<Crossing>& crossings, const std::vector<SurveyLine>& lines,
+                 const std::vector<Position>& vertices, const LocalOrigin& origin);
 
 }   // namespace qsvtin
 

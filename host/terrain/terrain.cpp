@@ -113,6 +113,7 @@ Terrain BuildTerrain(const PreparedSurvey& survey, double eps, double trimDegree
     // The TIN is made in place: assigning one would drop its tolerances.
     const std::vector<Crossing> crossings =
         FindCrossings(survey.lines, survey.vertices);   // refuses too many
+    RefuseKnots(crossings, survey.lines, survey.vertices, survey.origin);
     const FeedingOrder order(survey.vertices);
     Terrain terrain{TriangulateWithLines(survey, order, eps), survey.origin, survey.lines, crossings, {}, {}};
     terrain.fedAlongCurve = order.IsAlongCurve();
