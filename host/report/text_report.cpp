@@ -12,7 +12,8 @@ std::string Fixed(double value, int decimals)
     std::array<char, 400> text;
     std::snprintf(text.data(), text.size(), "%.*f", decimals, value);
     const std::string_view shown = text.data();
-    const bool negativeZero = shown.front() == '-' && shown.find_first_not_of("-0.") == shown.npos;
+    const bool negativeZero =
+        shown.front() == '-' && shown.find_first_not_of("-0.") == std::string_view::npos;
     return std::string(shown.substr(negativeZero ? 1 : 0));
 }
 
