@@ -122,9 +122,8 @@ LandXmlWriter::LandXmlWriter(const WriteOptions& options, SafeFile& file)
     : m_sink(file), m_description(AsXml(options.title)), m_unit(options.unit)
 {
     if (m_unit == LengthUnit::Unknown) {
-        Note("LandXML states a unit, and that of the input is not known: the file says meter; --units of "
-             "qsvtin "
-             "build or convert tells another");
+        Note("LandXML states a unit, and that of the input is not known: the file says meter; "
+             "--units of qsvtin build or convert tells another");
     }
     const std::time_t time = TimeOfDocument();
     m_sink << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"

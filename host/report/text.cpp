@@ -40,10 +40,10 @@ void AddInput(const BuildReport& report, TextReport& text)
     for (const Source& source : report.unused) {
         text.Detail(PlaceIn(source));
     }
-    if (report.fedAlongCurve)
-        text.Line(
-            "points fed",
-            "from neighbour to neighbour, since they come in no order; their numbers are those of the files");
+    if (report.fedAlongCurve) {
+        text.Line("points fed", "from neighbour to neighbour, since they come in no order; "
+                                "their numbers are those of the files");
+    }
 }
 
 void AddConflicts(const BuildReport& report, TextReport& text)

@@ -48,13 +48,18 @@ double Along(double from, double to, double fraction)
     return from + fraction * (to - from);
 }
 
+double Length(const Segment& s, const std::vector<Position>& vertices)
+{
+    const Position &a = vertices[static_cast<std::size_t>(s.start)],
+                   &b = vertices[static_cast<std::size_t>(s.end)];
+    return std::hypot(b.x - a.x, b.y - a.y);
+}
+
 double MeanLength(const std::vector<Segment>& segments, const std::vector<Position>& vertices)
 {
     double sum = 0.0;
     for (const Segment& s : segments) {
-        const Position &a = vertices[static_cast<std::size_t>(s.start)],
-                       &b = vertices[static_cast<std::size_t>(s.end)];
-        sum += std::hypot(b.x - a.x, b.y - a.y);
+        sum += Length(s, vertices);
     }
     return sum / static_cast<double>(segments.size());
 }
@@ -68,19 +73,16 @@ struct Pieces {
 
 Pieces CutIntoPieces(const std::vector<Segment>& segments, const std::vector<Position>& vertices)
 {
-    const auto start = [&](const Segment& s) { return vertices[static_cast<std::size_t>(s.start)]; };
-    const auto end = [&](const Segment& s) { return vertices[static_cast<std::size_t>(s.end)]; };
-    const auto length = [&](const Segment& s) {
-        return std::hypot(end(s).x - start(s).x, end(s).y - start(s).y);
-    };
     const double most = MeanLength(segments, vertices);
     Pieces pieces;
     for (std::size_t i = 0; i < segments.size(); ++i) {
-        const Position a = start(segments[i]), b = end(segments[i]);
+        const Position &a = vertices[static_cast<std::size_t>(segments[i].start)],
+                       &b = vertices[static_cast<std::size_t>(segments[i].end)];
+        const double length = Length(segments[i], vertices);
         // Never more than there are segments, but for lengths so small that their mean is 0.
-        const double count = std::fmin(std::fmax(1.0, std::ceil(length(segments[i]) / most)),
-                                       static_cast<double>(segments.size()));
-        const double margin = 1e-3 * length(segments[i]) / count;   // against rounding
+        const double count =
+            std::fmin(std::fmax(1.0, std::ceil(length / most)), static_cast<double>(segments.size()));
+        const double margin = 1e-3 * length / count;   // against rounding
         for (double k = 0.0; k < count; ++k) {
             const auto [west, east] =
                 std::minmax({Along(a.x, b.x, k / count), Along(a.x, b.x, (k + 1.0) / count)});

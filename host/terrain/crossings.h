@@ -32,7 +32,7 @@ struct Crossing {
 std::vector<Crossing> FindCrossings(const std::vector<SurveyLine>& lines,
                                     const std::vector<Position>& vertices);
 
-/// Throws Failure when ten lines or more cross each other at one place, which is none of their vertices: they would be
+/// Throws Failure when more than ten lines cross each other at one place, which is none of their vertices: they would be
 /// enforced through slivers among which they can be caught for hours.
 void RefuseKnots(const std::vector<Crossing>& crossings, const std::vector<SurveyLine>& lines,
                  const std::vector<Position>& vertices, const LocalOrigin& origin);

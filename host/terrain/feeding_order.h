@@ -1,7 +1,7 @@
 #ifndef QSVTIN_TERRAIN_FEEDING_ORDER_H
 #define QSVTIN_TERRAIN_FEEDING_ORDER_H
 
-#include "host/input/survey_data.h"
+#include "host/position.h"
 
 #include "qsv_3dprocess.h"
 
